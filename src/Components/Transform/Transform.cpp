@@ -1,0 +1,14 @@
+#include "Components/Transform/Transform.h"
+
+#include "utilities/Meta/Data.h"
+
+META_REGISTER(Transform)
+{
+    DERIVE(Component);
+    DESCRIPTION("Holds transformation data for the object.");
+}
+
+Meta::Data* Transform::GetMeta() const
+{
+    return Meta::Get<Transform>();
+}

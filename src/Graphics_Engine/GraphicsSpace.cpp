@@ -1,0 +1,13 @@
+#include "Graphics_Engine/GraphicsSpace.h"
+
+#include "utilities/Meta/Data.h"
+
+META_REGISTER_NS(Graphics, GraphicsSpace)
+{
+    DERIVE(System);
+}
+
+Meta::Data* Graphics::GraphicsSpace::GetMeta() const
+{
+    return Meta::Get<Graphics::GraphicsSpace>();
+}

@@ -1,0 +1,7 @@
+#include "editor/GuiInput.h"
+
+GuiInput& GuiInput::Get()
+{
+    static GuiInput input;
+    return input;
+}

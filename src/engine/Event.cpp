@@ -1,0 +1,7 @@
+#include "engine/Event.h"
+
+#include "utilities/Meta/Data.h"
+
+META_REGISTER(Event)
+{
+}

@@ -1,0 +1,194 @@
+#include "engine/GameObject.h"
+
+#include "engine/Component.h"
+#include "engine/Log.h"
+#include "engine/Space.h"
+#include "utilities/Meta/Data.h"
+
+#include <atomic>
+#include <unordered_set>
+
+namespace
+{
+std::unordered_set<const GameObject*>& LiveObjects()
+{
+    static auto* live = new std::unordered_set<const GameObject*>();
+    return *live;
+}
+}
+
+GameObject::GameObject()
+{
+    LiveObjects().insert(this);
+}
+
+GameObject::~GameObject()
+{
+    if (m_Space)
+        for (Component* component : m_Components)
+            m_Space->m_Events.UnregisterAll(component);
+
+    if (m_Initialized)
+    {
+        for (Component* component : m_Components)
+            component->Uninitialize();
+    }
+    else if (m_EditorInitialized || m_EditorEmitterOnly)
+    {
+        for (Component* component : m_Components)
+            if (RunsInCurrentMode(component->GetMeta()))
+                component->Uninitialize();
+    }
+
+    for (Component* component : m_Components)
+        delete component;
+    LiveObjects().erase(this);
+}
+
+GameObjectId GameObject::NextId()
+{
+    static std::atomic<GameObjectId> counter{0};
+    return ++counter;
+}
+
+bool GameObject::IsAlive(const GameObject* object)
+{
+    return LiveObjects().count(object) != 0;
+}
+
+bool GameObject::RunsInCurrentMode(const Meta::Data* type) const
+{
+    if (m_Initialized)
+        return true;
+    if (m_EditorInitialized)
+        return IsInEditorSubset(type);
+    if (m_EditorEmitterOnly)
+        return PassesEmitterOnlyTest(type);
+    return false;
+}
+
+void GameObject::Initialize()
+{
+    // An Initialize may add components; they are handled in this same loop.
+    for (std::size_t i = 0; i < m_Components.size(); ++i)
+    {
+        m_Components[i]->m_Owner = this;
+        m_Components[i]->Initialize();
+    }
+    m_Initialized = true;
+    if (m_Space)
+        m_Space->m_PendingStart.push_back(m_Id);
+}
+
+void GameObject::InitializeEditorSubset()
+{
+    for (std::size_t i = 0; i < m_Components.size(); ++i)
+    {
+        m_Components[i]->m_Owner = this;
+        if (IsInEditorSubset(m_Components[i]->GetMeta()))
+            m_Components[i]->Initialize();
+    }
+    m_EditorInitialized = true;
+}
+
+void GameObject::InitializeEmitterOnly()
+{
+    for (std::size_t i = 0; i < m_Components.size(); ++i)
+    {
+        m_Components[i]->m_Owner = this;
+        if (PassesEmitterOnlyTest(m_Components[i]->GetMeta()))
+            m_Components[i]->Initialize();
+    }
+    m_EditorEmitterOnly = true;
+}
+
+void GameObject::Destroy()
+{
+    if (m_Space)
+        m_Space->m_Garbage.insert(this);
+}
+
+Component* GameObject::MakeComponent(const std::string& typeName)
+{
+    const Meta::Data* type = Meta::FindData(typeName);
+    if (!type || !type->IsDerivedFrom(Meta::Get<Component>()))
+        return nullptr;
+    // Components derive from Component alone, so the instance and its base share an address.
+    return static_cast<Component*>(type->New());
+}
+
+Component* GameObject::AddComponent(const std::string& typeName)
+{
+    Component* component = MakeComponent(typeName);
+    if (!component)
+    {
+        FATAL_ERROR(typeName + " is not a component!");
+        return nullptr;
+    }
+    m_Components.push_back(component);
+    component->m_Owner = this;
+    if (m_Initialized || (m_EditorInitialized && IsInEditorSubset(component->GetMeta())) ||
+        (m_EditorEmitterOnly && PassesEmitterOnlyTest(component->GetMeta())))
+        component->Initialize();
+    return component;
+}
+
+Component* GameObject::AddComponentUninitialized(const std::string& typeName)
+{
+    Component* component = MakeComponent(typeName);
+    if (!component)
+    {
+        FATAL_ERROR(typeName + " is not a component!");
+        return nullptr;
+    }
+    m_Components.push_back(component);
+    component->m_Owner = this;
+    return component;
+}
+
+void GameObject::RemoveComponent(Component* component)
+{
+    if (!component)
+        return;
+    if (RunsInCurrentMode(component->GetMeta()))
+    {
+        component->Uninitialize();
+        if (m_Space)
+            m_Space->m_Events.UnregisterAll(component);
+    }
+    for (auto it = m_Components.begin(); it != m_Components.end(); ++it)
+    {
+        if (*it == component)
+        {
+            delete *it;
+            m_Components.erase(it);
+            return;
+        }
+    }
+}
+
+Component* GameObject::GetComponent(const std::string& typeName) const
+{
+    const Meta::Data* type = Meta::FindData(typeName);
+    return type ? GetComponent(type) : nullptr;
+}
+
+Component* GameObject::GetComponent(const Meta::Data* type) const
+{
+    const unsigned id = type->GetId();
+    for (Component* component : m_Components)
+        if (component->GetType() == id)
+            return component;
+    return nullptr;
+}
+
+GameObject* GameObject::Clone() const
+{
+    auto* clone = new GameObject();
+    clone->m_Name = m_Name;
+    clone->m_Archetype = m_Archetype;
+    clone->m_Components.reserve(m_Components.size());
+    for (const Component* component : m_Components)
+        clone->m_Components.push_back(component->Clone());
+    return clone;
+}

@@ -1,0 +1,83 @@
+#include "engine/Manager.h"
+
+#include "engine/Event.h"
+#include "engine/FrameRateController.h"
+#include "engine/GameStateManager.h"
+#include "engine/PerformanceData.h"
+#include "engine/Space.h"
+#include "engine/SpaceManager.h"
+#include "engine/System.h"
+#include "utilities/Meta/Data.h"
+
+namespace Engine
+{
+Manager& Manager::Get()
+{
+    static Manager* manager = new Manager();
+    return *manager;
+}
+
+void Manager::AddSystem(System* system)
+{
+    m_Systems.push_back(system);
+}
+
+void Manager::Initialize()
+{
+    // Settings are loaded before and saved after this, once settings exist.
+    for (System* system : m_Systems)
+        system->Initialize();
+}
+
+void Manager::RunFrame()
+{
+    const float dt = FrameRateController::Get().ClampDt();
+    PerformanceData& timers = PerformanceData::Get();
+    for (System* system : m_Systems)
+    {
+        timers.Start(system->GetMeta()->GetName());
+        system->Update(dt);
+        timers.Stop();
+    }
+    ++m_FrameCount;
+    if (m_FrameLimit != 0 && m_FrameCount >= m_FrameLimit)
+        GameStateManager::Get().SetNext(GameStateManager::Quit);
+}
+
+void Manager::Run()
+{
+    GameStateManager& states = GameStateManager::Get();
+    while (m_Running && states.GetCurrentStateId() != GameStateManager::Quit)
+    {
+        states.EnterState();
+        while (m_Running && states.GetCurrentStateId() == states.GetNextStateId())
+            RunFrame();
+        states.LeaveState();
+        for (unsigned i = 0; i < kSpaceCount; ++i)
+            SpaceManager::Get().GetSpace(i)->GarbageCollectObjects();
+        states.Advance();
+    }
+    m_Running = false;
+}
+
+void Manager::BroadcastEvent(Event* event)
+{
+    BroadcastEvent(event->GetMeta()->GetName(), event);
+}
+
+void Manager::BroadcastEvent(std::string_view name, Event* event)
+{
+    m_Events.BeginDispatch();
+    m_Events.Dispatch(name, event);
+    m_Events.EndDispatch();
+    for (unsigned i = 0; i < kSpaceCount; ++i)
+    {
+        Space* space = SpaceManager::Get().GetSpace(i);
+        if (space->IsPaused())
+            continue;
+        space->m_Events.BeginDispatch();
+        space->m_Events.Dispatch(name, event);
+        space->m_Events.EndDispatch();
+    }
+}
+}

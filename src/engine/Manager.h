@@ -1,0 +1,58 @@
+// Engine::Manager: the list of engine systems and the run loop.
+//
+// Start-up adds the engine systems in their fixed order; Run() then loops over
+// game states, and within a state runs frames: each frame clamps the frame time
+// and calls Update(dt) of every engine system in list order, each timed under
+// its type name. The manager also owns the global event table.
+#pragma once
+
+#include "engine/EventManager.h"
+
+#include <string_view>
+#include <vector>
+
+class Event;
+class System;
+
+namespace Engine
+{
+class Manager
+{
+public:
+    // The one manager, made on first use.
+    static Manager& Get();
+
+    // Appends an engine system to the update order; the manager doesn't own it.
+    void AddSystem(System* system);
+    // Calls Initialize on every system in list order.
+    void Initialize();
+    // Runs game states and their frames until the game quits.
+    void Run();
+    // Runs one frame: every system's Update with the clamped frame time.
+    void RunFrame();
+    // Ends the run loop.
+    void EndGame() { m_Running = false; }
+    // Ends the run after this many more frames (0 = no limit), through the normal Quit path.
+    void SetFrameLimit(unsigned frames) { m_FrameLimit = frames; }
+    // Frames run since start.
+    unsigned GetFrameCount() const { return m_FrameCount; }
+
+    // Sends an event by its type name on the global table, then on every space that isn't paused.
+    void BroadcastEvent(Event* event);
+    // The same with an explicit name.
+    void BroadcastEvent(std::string_view name, Event* event);
+
+    // Engine systems in update order; not owned.
+    std::vector<System*> m_Systems;
+    // The run loop ends when false.
+    bool m_Running = true;
+    // The global event table.
+    EventManager m_Events;
+
+private:
+    Manager() = default;
+
+    unsigned m_FrameLimit = 0;
+    unsigned m_FrameCount = 0;
+};
+}

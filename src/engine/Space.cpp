@@ -1,0 +1,183 @@
+#include "engine/Space.h"
+
+#include "engine/ArchetypeManager.h"
+#include "engine/Component.h"
+#include "engine/FrameRateController.h"
+#include "engine/GenericEvents.h"
+#include "engine/Log.h"
+#include "engine/PerformanceData.h"
+#include "engine/System.h"
+#include "Graphics_Engine/GraphicsSpace.h"
+#include "sound/SoundSpace.h"
+#include "utilities/Meta/Data.h"
+
+namespace Engine
+{
+Space::Space(unsigned index)
+    : m_Index(index), m_LogicTimerName(std::string(kSpaceNames[index]) + " Space Logic Update")
+{
+}
+
+Space::~Space()
+{
+    DestroyAllGameObjects();
+    GarbageCollectObjects();
+    for (std::size_t i = m_Systems.size(); i-- > 0;)
+        delete m_Systems[i];
+    m_Systems.clear();
+    m_SystemsByType.clear();
+}
+
+GameObject* Space::CreateObjectUninitialized(ArchetypeId id)
+{
+    GameObject* object = ArchetypeManager::Get().GetArchetype(id)->Clone();
+    object->m_Space = this;
+    object->m_Id = GameObject::NextId();
+    m_Objects.emplace(object->m_Id, object);
+    return object;
+}
+
+GameObject* Space::CreateObject(ArchetypeId id)
+{
+    GameObject* object = CreateObjectUninitialized(id);
+    object->Initialize();
+    return object;
+}
+
+GameObject* Space::GetGameObject(GameObjectId id) const
+{
+    auto found = m_Objects.find(id);
+    return found == m_Objects.end() ? nullptr : found->second;
+}
+
+void Space::DestroyAllGameObjects()
+{
+    for (auto& [id, object] : m_Objects)
+        object->Destroy();
+}
+
+void Space::AddSystem(System* system, const Meta::Data* key)
+{
+    m_SystemsByType.emplace(key, system);
+    m_Systems.push_back(system);
+    m_SystemTimerNames.push_back(std::string(GetName()) + " Space " + system->GetMeta()->GetName());
+    system->m_Space = this;
+}
+
+System* Space::GetSystem(const Meta::Data* key) const
+{
+    auto found = m_SystemsByType.find(key);
+    return found == m_SystemsByType.end() ? nullptr : found->second;
+}
+
+void Space::Update(float dt)
+{
+    // Late starts; objects made here start in the next round of this loop.
+    while (!m_PendingStart.empty())
+    {
+        m_Starting.swap(m_PendingStart);
+        m_PendingStart.clear();
+        for (GameObjectId id : m_Starting)
+        {
+            GameObject* object = GetGameObject(id);
+            if (!object)
+                continue;
+            for (std::size_t i = 0; i < object->m_Components.size(); ++i)
+                object->m_Components[i]->LateInitialize();
+            object->m_Started = true;
+        }
+        m_Starting.clear();
+    }
+
+    if (!m_Paused)
+    {
+        if (m_LogicPaused)
+        {
+            if (System* graphics = GetSystem<Graphics::GraphicsSpace>())
+                graphics->Update(dt);
+            if (System* sound = GetSystem<SoundSpace>())
+                sound->Update(dt);
+        }
+        else
+        {
+            PerformanceData& timers = PerformanceData::Get();
+            timers.Start(m_LogicTimerName);
+            GenericEvent::LogicUpdate update(dt, FrameRateController::Get().m_Elapsed);
+            m_Events.BeginDispatch();
+            m_Events.Dispatch("LogicUpdate", &update);
+            m_Events.EndDispatch();
+            timers.Stop();
+
+            for (std::size_t i = 0; i < m_Systems.size(); ++i)
+            {
+                timers.Start(m_SystemTimerNames[i]);
+                m_Systems[i]->Update(dt);
+                timers.Stop();
+            }
+        }
+    }
+
+    GarbageCollectObjects();
+}
+
+void Space::GarbageCollectObjects()
+{
+    std::set<GameObject*> batch;
+    while (!m_Garbage.empty())
+    {
+        batch.swap(m_Garbage);
+        m_Garbage.clear();
+        for (GameObject* object : batch)
+        {
+            // Guards against an object deleted behind the space's back.
+            if (!GameObject::IsAlive(object))
+            {
+                FATAL_ERROR("BAD THINGS HAPPENDED");
+                continue;
+            }
+            const GameObjectId id = object->m_Id;
+            auto found = m_Objects.find(id);
+            if (found == m_Objects.end() || found->second != object)
+                continue;
+            // The object stays findable while it is being destroyed.
+            delete object;
+            m_Objects.erase(id);
+        }
+        // Destroying an object may have marked an already dead one again.
+        for (GameObject* object : batch)
+            m_Garbage.erase(object);
+        batch.clear();
+    }
+}
+
+void Space::SetPause(bool paused)
+{
+    if (paused != m_Paused)
+    {
+        GenericEvent::Pause event(paused);
+        m_Events.Dispatch("Pause", &event);
+    }
+    m_Paused = paused;
+}
+
+void Space::SetHide(bool hidden)
+{
+    if (hidden != m_Hidden)
+    {
+        GenericEvent::Hide event(hidden);
+        m_Events.Dispatch("Hide", &event);
+    }
+    m_Hidden = hidden;
+}
+
+void Space::BroadcastEvent(std::string_view name, Event* event)
+{
+    m_Events.Dispatch(name, event);
+}
+
+void Space::BroadcastEventToObject(std::string_view name, Event* event, GameObjectId id)
+{
+    if (GameObject* object = GetGameObject(id))
+        m_Events.DispatchToObject(object, name, event);
+}
+}

@@ -1,0 +1,48 @@
+#include "engine/SpaceManager.h"
+
+#include "engine/Log.h"
+#include "utilities/Meta/Data.h"
+
+META_REGISTER_NS(Engine, SpaceManager)
+{
+    DERIVE(System);
+}
+
+namespace Engine
+{
+SpaceManager::SpaceManager()
+{
+    for (unsigned i = 0; i < kSpaceCount; ++i)
+        m_Spaces.push_back(new Space(i));
+}
+
+SpaceManager::~SpaceManager()
+{
+    for (Space* space : m_Spaces)
+        delete space;
+}
+
+SpaceManager& SpaceManager::Get()
+{
+    static SpaceManager* manager = new SpaceManager();
+    return *manager;
+}
+
+Meta::Data* SpaceManager::GetMeta() const
+{
+    return Meta::Get<SpaceManager>();
+}
+
+void SpaceManager::Update(float dt)
+{
+    for (Space* space : m_Spaces)
+        space->Update(dt);
+}
+
+void SpaceManager::PrintAllGameObjects() const
+{
+    for (const Space* space : m_Spaces)
+        for (const auto& [id, object] : space->m_Objects)
+            LOG("", std::string(space->GetName()) + " " + std::to_string(id) + " " + object->m_Name);
+}
+}

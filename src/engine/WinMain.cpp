@@ -1,0 +1,169 @@
+#include "engine/WinMain.h"
+
+#include "Graphics2D_Engine/D2DGraphics.h"
+#include "Graphics_Engine/GraphicsEngine.h"
+#include "Graphics_Engine/GraphicsSpace.h"
+#include "editor/EditorSystem.h"
+#include "editor/GuiInput.h"
+#include "engine/ArchetypeManager.h"
+#include "engine/FileWatcher.h"
+#include "engine/Files.h"
+#include "engine/FrameRateController.h"
+#include "engine/GameStateManager.h"
+#include "engine/Log.h"
+#include "engine/Manager.h"
+#include "engine/Options.h"
+#include "engine/SpaceManager.h"
+#include "engine/Window.h"
+#include "input/Automation.h"
+#include "input/InputRecorder.h"
+#include "physics/PhysicsSystem.h"
+#include "sound/SoundSpace.h"
+#include "sound/SoundSystem.h"
+#include "utilities/Meta/Data.h"
+#include "utilities/lua/LuaSystem.h"
+#include "utilities/lua/VirtualSystem.h"
+
+#include <cstdlib>
+#include <ctime>
+#include <string>
+
+namespace
+{
+// The type of "nothing", registered last so that scripts and documentation can name it.
+struct Void
+{
+};
+
+// Notes an option whose feature is not built yet.
+void NotBuiltYet(const char* option)
+{
+    LOG("WARNING", std::string("Option --") + option + " is not available yet; it was ignored.");
+}
+
+void AddStartupOptions(std::string& documentationFolder)
+{
+    using Engine::Options;
+    Options::RegisterOption("gen-autocomplete", [](const char*) { NotBuiltYet("gen-autocomplete"); });
+    Options::RegisterOption("datadir", [](const char* value) {
+        if (value)
+            Util::SetDataDirectory(value);
+    });
+    // Standard output already is the terminal here.
+    Options::RegisterOption("Console", [](const char*) {});
+    Options::RegisterOption("RemoveFileErrors", [](const char*) { NotBuiltYet("RemoveFileErrors"); });
+    Options::RegisterOption("gendoc", [&documentationFolder](const char* value) {
+        documentationFolder = value ? value : "";
+        NotBuiltYet("gendoc");
+    });
+    Options::RegisterOption("frames", [](const char* value) {
+        const int frames = value ? std::atoi(value) : 0;
+        if (frames > 0)
+            Engine::Manager::Get().SetFrameLimit(static_cast<unsigned>(frames));
+        else
+            LOG("WARNING", "Option --frames needs a frame count of two or more digits, such as --frames=05.");
+    });
+}
+
+void AddEngineSystems()
+{
+    Engine::Manager& manager = Engine::Manager::Get();
+    manager.AddSystem(&Automation::Get());
+    manager.AddSystem(&Window::Get());
+    manager.AddSystem(&EditorSystem::Get());
+    manager.AddSystem(&LuaSystem::Get());
+    manager.AddSystem(&FileWatcher::Get());
+    manager.AddSystem(&SoundSystem::Get());
+    manager.AddSystem(&GameStateManager::Get());
+    manager.AddSystem(&Graphics::GraphicsEngine::Get());
+    manager.AddSystem(&Graphics::D2DGraphics::Get());
+    manager.AddSystem(&Engine::SpaceManager::Get());
+    manager.AddSystem(&FrameRateController::Get());
+}
+
+template <class T>
+void AddSpaceSystem(Engine::Space* space, T* system)
+{
+    space->AddSystem(system, Meta::Get<T>());
+}
+
+void MakeSpaceSystems()
+{
+    Engine::SpaceManager& spaces = Engine::SpaceManager::Get();
+    const std::string& data = Util::GetDataDirectory();
+
+    Engine::Space* level = spaces.GetSpace(Engine::Level);
+    AddSpaceSystem(level, new Graphics::GraphicsSpace());
+    AddSpaceSystem(level, new SoundSpace());
+    AddSpaceSystem(level, new PhysicsSystem());
+    AddSpaceSystem(level, new VirtualSystem(data + "LuaScripts/Systems/Actions.lua"));
+    AddSpaceSystem(level, new VirtualSystem(data + "LuaScripts/Systems/Animations.lua"));
+    AddSpaceSystem(level, new VirtualSystem(data + "LuaScripts/Systems/MassiveUpdate.lua"));
+
+    AddSpaceSystem(spaces.GetSpace(Engine::HUD), new Graphics::GraphicsSpace());
+
+    Engine::Space* menu = spaces.GetSpace(Engine::Menu);
+    AddSpaceSystem(menu, new Graphics::GraphicsSpace());
+    AddSpaceSystem(menu, new SoundSpace());
+}
+}
+
+int WinMain(const char* commandLine)
+{
+    // 1. The function profiler: not built yet.
+    // 2. The option registry, published for the constructors below.
+    Engine::Options options;
+    // 3. The input recorder.
+    InputRecorder::Get();
+    // 4. The crash report handler: not built yet. Seed the C random generator.
+    std::srand(static_cast<unsigned>(std::time(nullptr)));
+    // 5. The log.
+    Engine::Log::Get().Open(Util::GetAppDataDirectory() + "GameLog.log");
+    // 6. Start-up options.
+    std::string documentationFolder;
+    AddStartupOptions(documentationFolder);
+    // 7. The window's title and icon.
+    Window& window = Window::Get();
+    window.m_Title = "Emberfallow";
+    window.m_Icon = 101;
+    // 8. The engine systems, in update order; the spaces come with the space manager.
+    AddEngineSystems();
+    // 9. The renderer follows the window.
+    Engine::Manager& manager = Engine::Manager::Get();
+    Graphics::GraphicsEngine& graphics = Graphics::GraphicsEngine::Get();
+    manager.m_Events.RegisterEvent(&graphics, "WindowResize", &Graphics::GraphicsEngine::OnWindowResize);
+    manager.m_Events.RegisterEvent(&graphics, "WindowFocus", &Graphics::GraphicsEngine::OnWindowFocus);
+    // 10. The command line, now that every system has added its options.
+    Engine::Options::ParseCommandLine(commandLine);
+    if (!Util::DirectoryExists(Util::GetDataDirectory()))
+        LOG("WARNING", "Data directory not found: \"" + Util::GetDataDirectory() + "\". The game runs without data.");
+    // 11. The space systems.
+    MakeSpaceSystems();
+    // 12. The first frame's time is clamped like every other.
+    FrameRateController::Get().ClampDt();
+    // 13. The GUI's display size; the GUI itself and its "imgui.ini" are not built yet.
+    GuiInput::Get().m_DisplayWidth = window.GetLogicalWidth();
+    GuiInput::Get().m_DisplayHeight = window.GetLogicalHeight();
+    // 14. Every system's Initialize (settings are not built yet: nothing is loaded or saved around it).
+    manager.Initialize();
+    // 15. Archetype files: not built yet.
+    // 16. Rooms: not built yet.
+    // 17. "LuaScripts/GameInitialize.lua": not built yet.
+    // 18. The type "void"; generated documentation is not built yet.
+    Meta::Register<Void>("void", "").m_Size = 0;
+    // 19. Show the window.
+    window.Show();
+    // 20. Run.
+    manager.Run();
+
+    // Shutdown.
+    graphics.ShutdownDevice();
+    LOG("Info", "Frames run: " + std::to_string(manager.GetFrameCount()));
+    manager.m_Events.Clear();
+    manager.m_Systems.clear();
+    window.DestroyNativeWindow();
+    Engine::ArchetypeManager::Get().Clear();
+    Engine::Log::Get().Close();
+    options.Clear();
+    return 0;
+}

@@ -1,0 +1,107 @@
+// Window: the game's window as an engine system. Its Update steps the input
+// recorder, starts the input frame and pumps the window's messages; its window
+// procedure (HandleMessage) turns each message into input, GUI input and the
+// WindowResize / WindowFocus events. The procedure works on plain messages, so
+// it runs the same with or without a real window.
+#pragma once
+
+#include "engine/Event.h"
+#include "engine/System.h"
+#include "platform/NativeWindow.h"
+#include "platform/WindowMessage.h"
+
+#include <string>
+#include <vector>
+
+// How a WindowResize changes the screen mode.
+enum class ScreenMode : unsigned
+{
+    Keep = 0,   // a plain size change
+    Toggle = 3  // switch between windowed and full screen
+};
+
+// Sent when the window's size or screen mode changes.
+class WindowResize : public Event
+{
+public:
+    WindowResize() = default;
+    WindowResize(unsigned width, unsigned height, ScreenMode mode) : m_Width(width), m_Height(height), m_Mode(mode) {}
+    Meta::Data* GetMeta() const override;
+
+    unsigned m_Width = 0;
+    unsigned m_Height = 0;
+    ScreenMode m_Mode = ScreenMode::Keep;
+};
+
+// Sent when the window gains or loses focus, or is minimized.
+class WindowFocus : public Event
+{
+public:
+    explicit WindowFocus(bool focused = false) : m_Focused(focused) {}
+    Meta::Data* GetMeta() const override;
+
+    bool m_Focused;
+};
+
+class Window : public System
+{
+public:
+    // The one window; registers the option "DisableLostFocus".
+    static Window& Get();
+    Window();
+
+    // Makes the native window at the logical size and binds input to it.
+    void Initialize() override;
+    // Replay step, input step, then every waiting message.
+    void Update(float dt) override;
+    Meta::Data* GetMeta() const override;
+
+    // Shows the window and brings it to the front.
+    void Show();
+    // Closes the native window at shutdown.
+    void DestroyNativeWindow() { m_Native.Destroy(); }
+    // The window procedure: handles one message and returns its result.
+    long HandleMessage(Platform::WindowMessage& message);
+
+    // Client width in pixels.
+    int GetWidth() const { return m_Width; }
+    // Client height in pixels.
+    int GetHeight() const { return m_Height; }
+    // Width without display scale.
+    int GetLogicalWidth() const { return static_cast<int>(static_cast<float>(m_Width) / m_HorizontalScale); }
+    // Height without display scale.
+    int GetLogicalHeight() const { return static_cast<int>(static_cast<float>(m_Height) / m_VerticalScale); }
+
+    // Cleared by --DisableLostFocus: activation messages are then ignored.
+    bool m_LostFocusEnabled = true;
+    // Icon resource id.
+    int m_Icon = 101;
+    // Mouse movement is dropped while false.
+    bool m_Focused = true;
+    // Window title.
+    std::string m_Title;
+    // Client size in pixels.
+    int m_Width = 1024;
+    int m_Height = 576;
+    // Display pixels per inch over 96.
+    float m_HorizontalScale = 1.0f;
+    float m_VerticalScale = 1.0f;
+    // Set at the end of Initialize.
+    bool m_Created = false;
+    // True while the user drags the window border.
+    bool m_InSizeMove = false;
+    // Outer size minus client size.
+    int m_BorderX = 0;
+    int m_BorderY = 0;
+
+    // Smallest client size the window may take.
+    static constexpr int kMinWidth = 1024;
+    static constexpr int kMinHeight = 576;
+
+private:
+    void Close();
+    void UpdateGuiDisplaySize();
+
+    Platform::NativeWindow m_Native;
+    std::vector<Platform::WindowMessage> m_Messages;
+};

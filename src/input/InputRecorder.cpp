@@ -1,0 +1,7 @@
+#include "input/InputRecorder.h"
+
+InputRecorder& InputRecorder::Get()
+{
+    static InputRecorder recorder;
+    return recorder;
+}

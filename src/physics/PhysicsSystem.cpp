@@ -1,0 +1,13 @@
+#include "physics/PhysicsSystem.h"
+
+#include "utilities/Meta/Data.h"
+
+META_REGISTER(PhysicsSystem)
+{
+    DERIVE(System);
+}
+
+Meta::Data* PhysicsSystem::GetMeta() const
+{
+    return Meta::Get<PhysicsSystem>();
+}

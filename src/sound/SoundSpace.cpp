@@ -1,0 +1,13 @@
+#include "sound/SoundSpace.h"
+
+#include "utilities/Meta/Data.h"
+
+META_REGISTER(SoundSpace)
+{
+    DERIVE(System);
+}
+
+Meta::Data* SoundSpace::GetMeta() const
+{
+    return Meta::Get<SoundSpace>();
+}

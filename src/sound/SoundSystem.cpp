@@ -1,0 +1,19 @@
+#include "sound/SoundSystem.h"
+
+#include "utilities/Meta/Data.h"
+
+META_REGISTER(SoundSystem)
+{
+    DERIVE(System);
+}
+
+SoundSystem& SoundSystem::Get()
+{
+    static SoundSystem* system = new SoundSystem();
+    return *system;
+}
+
+Meta::Data* SoundSystem::GetMeta() const
+{
+    return Meta::Get<SoundSystem>();
+}

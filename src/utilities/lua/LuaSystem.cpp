@@ -1,0 +1,19 @@
+#include "utilities/lua/LuaSystem.h"
+
+#include "utilities/Meta/Data.h"
+
+META_REGISTER(LuaSystem)
+{
+    DERIVE(System);
+}
+
+LuaSystem& LuaSystem::Get()
+{
+    static LuaSystem* system = new LuaSystem();
+    return *system;
+}
+
+Meta::Data* LuaSystem::GetMeta() const
+{
+    return Meta::Get<LuaSystem>();
+}

@@ -1,0 +1,80 @@
+#include "utilities/Meta/Data.h"
+
+#include "Components/Transform/Transform.h"
+#include "engine/Component.h"
+#include "engine/SpaceManager.h"
+#include "platform/Dialog.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+struct Plain
+{
+    int value = 7;
+};
+struct Unnamed
+{
+};
+}
+
+META_REGISTER(Plain)
+{
+    DESCRIPTION("A plain record.");
+}
+
+TEST(MetaDataTest, TypesAreFoundByNameWithConstCut)
+{
+    EXPECT_EQ(Meta::FindData("Transform"), Meta::Get<Transform>());
+    EXPECT_EQ(Meta::FindData("const Transform"), Meta::Get<Transform>());
+    EXPECT_EQ(Meta::FindData("NoSuchType"), nullptr);
+}
+
+TEST(MetaDataTest, RegistrationRecordsNameSizeNamespaceAndHelpText)
+{
+    const Meta::Data* plain = Meta::Get<Plain>();
+    EXPECT_EQ(plain->GetName(), "Plain");
+    EXPECT_EQ(plain->m_Size, sizeof(Plain));
+    EXPECT_EQ(plain->m_Description, "A plain record.");
+    EXPECT_EQ(Meta::Get<Engine::SpaceManager>()->GetName(), "SpaceManager");
+    EXPECT_EQ(Meta::Get<Engine::SpaceManager>()->m_Namespace, "Engine");
+    EXPECT_EQ(Meta::Get<Transform>()->m_Description, "Holds transformation data for the object.");
+}
+
+TEST(MetaDataTest, IdsAreUniqueAndFollowRegistrationOrder)
+{
+    const auto& types = Meta::AllTypes();
+    ASSERT_GE(types.size(), 2u);
+    for (std::size_t i = 0; i < types.size(); ++i)
+        EXPECT_EQ(types[i]->GetId(), types[0]->GetId() + i);
+}
+
+TEST(MetaDataTest, DerivationFollowsTheParentChainButNotTheTypeItself)
+{
+    const Meta::Data* transform = Meta::Get<Transform>();
+    const Meta::Data* component = Meta::Get<Component>();
+    EXPECT_TRUE(transform->IsDerivedFrom(component));
+    EXPECT_FALSE(component->IsDerivedFrom(component));
+    EXPECT_FALSE(component->IsDerivedFrom(transform));
+}
+
+TEST(MetaDataTest, NewMakesDefaultInstancesOnlyOfConcreteTypes)
+{
+    auto* plain = static_cast<Plain*>(Meta::Get<Plain>()->New());
+    ASSERT_NE(plain, nullptr);
+    EXPECT_EQ(plain->value, 7);
+    Meta::Get<Plain>()->m_Info->Delete(plain);
+    EXPECT_EQ(Meta::Get<Component>()->New(), nullptr);
+    EXPECT_EQ(Meta::Get<Unnamed>()->New(), nullptr);
+}
+
+TEST(MetaDataTest, ParentingATypeToItselfIsReported)
+{
+    Platform::SetDialogPolicy(Platform::DialogPolicy::Ignore);
+    Meta::Data data;
+    testing::internal::CaptureStderr();
+    data.AddParent(&data);
+    const std::string reported = testing::internal::GetCapturedStderr();
+    EXPECT_NE(reported.find("Why are you parenting yourself?"), std::string::npos);
+    Platform::SetDialogPolicy(Platform::DialogPolicy::FromEnvironment);
+}
