@@ -80,25 +80,25 @@ void GameObject::Initialize()
         m_Space->m_PendingStart.push_back(m_Id);
 }
 
-void GameObject::InitializeEditorSubset()
+void GameObject::InitializeOnly(bool (*runs)(const Meta::Data*))
 {
     for (std::size_t i = 0; i < m_Components.size(); ++i)
     {
         m_Components[i]->m_Owner = this;
-        if (IsInEditorSubset(m_Components[i]->GetMeta()))
+        if (runs(m_Components[i]->GetMeta()))
             m_Components[i]->Initialize();
     }
+}
+
+void GameObject::InitializeEditorSubset()
+{
+    InitializeOnly(IsInEditorSubset);
     m_EditorInitialized = true;
 }
 
 void GameObject::InitializeEmitterOnly()
 {
-    for (std::size_t i = 0; i < m_Components.size(); ++i)
-    {
-        m_Components[i]->m_Owner = this;
-        if (PassesEmitterOnlyTest(m_Components[i]->GetMeta()))
-            m_Components[i]->Initialize();
-    }
+    InitializeOnly(PassesEmitterOnlyTest);
     m_EditorEmitterOnly = true;
 }
 

@@ -96,7 +96,10 @@ public:
 private:
     // A new component of the named type, or null if the name is no component type.
     Component* MakeComponent(const std::string& typeName);
+    // True if components of this type were initialized in the object's mode.
     bool RunsInCurrentMode(const Meta::Data* type) const;
+    // Initializes the components whose type passes `runs`, with their owner set.
+    void InitializeOnly(bool (*runs)(const Meta::Data*));
 };
 
 #include "utilities/Meta/Data.h"

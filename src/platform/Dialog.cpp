@@ -124,10 +124,4 @@ void BreakIntoDebugger()
     if (IsDebuggerAttached())
         std::raise(SIGTRAP);
 }
-
-void WriteDebugOutput(const std::string& text)
-{
-    std::fputs(text.c_str(), stderr);
-    std::fflush(stderr);
-}
 }

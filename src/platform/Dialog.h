@@ -51,6 +51,4 @@ DialogResult AskAbortRetryIgnore(const std::string& title, const std::string& te
 bool IsDebuggerAttached();
 // Stops in the attached debugger; does nothing when none is attached.
 void BreakIntoDebugger();
-// Writes text to the debugger's output channel (standard error here).
-void WriteDebugOutput(const std::string& text);
 }

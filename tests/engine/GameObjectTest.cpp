@@ -4,6 +4,7 @@
 #include "engine/Space.h"
 #include "engine/TestComponents.h"
 #include "platform/Dialog.h"
+#include "support/Scoped.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +16,6 @@ class GameObjectTest : public ::testing::Test
 {
 protected:
     void SetUp() override { ProbeJournal().clear(); }
-    void TearDown() override { Platform::SetDialogPolicy(Platform::DialogPolicy::FromEnvironment); }
 
     Engine::Space m_Space{Engine::Level};
 };
@@ -83,7 +83,7 @@ TEST_F(GameObjectTest, AddComponentInitializesOnlyOnAnInitializedObject)
 
 TEST_F(GameObjectTest, UnknownComponentNameRaisesTheDialogAndGivesNull)
 {
-    Platform::SetDialogPolicy(Platform::DialogPolicy::Ignore);
+    ScopedDialogPolicy ignore(Platform::DialogPolicy::Ignore);
     GameObject* object = m_Space.CreateObject(MakeArchetype("Plain", {}));
     testing::internal::CaptureStderr();
     Component* made = object->AddComponent("Wobble");

@@ -1,6 +1,7 @@
 #include "engine/Log.h"
 
 #include "platform/Dialog.h"
+#include "support/Scoped.h"
 
 #include <gtest/gtest.h>
 
@@ -85,7 +86,7 @@ int CountOf(const std::string& text, const std::string& what)
 
 TEST(LogTest, IgnoringAnErrorSiteStopsItsDialogWhileOtherSitesStillShow)
 {
-    Platform::SetDialogPolicy(Platform::DialogPolicy::Ignore);
+    ScopedDialogPolicy ignore(Platform::DialogPolicy::Ignore);
     testing::internal::CaptureStderr();
     FirstSite();
     FirstSite();
@@ -108,25 +109,22 @@ TEST(LogTest, IgnoringAnErrorSiteStopsItsDialogWhileOtherSitesStillShow)
     SecondSite();
     SecondSite();
     EXPECT_EQ(CountOf(testing::internal::GetCapturedStderr(), "second site"), 2);
-    Platform::SetDialogPolicy(Platform::DialogPolicy::FromEnvironment);
 }
 
 TEST(LogTest, ShowErrorReturnsTwoOnlyForIgnore)
 {
     testing::internal::CaptureStderr();
-    Platform::SetDialogPolicy(Platform::DialogPolicy::Ignore);
+    ScopedDialogPolicy ignore(Platform::DialogPolicy::Ignore);
     EXPECT_EQ(Engine::ShowError("x", true, "f", "file", 1), 2);
     Platform::SetDialogPolicy(Platform::DialogPolicy::Retry);
     EXPECT_EQ(Engine::ShowError("x", false, "f", "file", 1), 1);
     testing::internal::GetCapturedStderr();
-    Platform::SetDialogPolicy(Platform::DialogPolicy::FromEnvironment);
 }
 
 TEST(LogDeathTest, AbortByTheHeadlessPolicyEndsTheProgramWithTheMessage)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    Platform::SetDialogPolicy(Platform::DialogPolicy::Abort);
+    ScopedDialogPolicy abort(Platform::DialogPolicy::Abort);
     EXPECT_EXIT(Engine::ShowError("cannot go on", true, "f", "file", 3), ::testing::ExitedWithCode(Engine::kAbortExitCode),
                 "FATAL: cannot go on");
-    Platform::SetDialogPolicy(Platform::DialogPolicy::FromEnvironment);
 }

@@ -6,6 +6,7 @@
 #include "engine/GenericEvents.h"
 #include "engine/SpaceManager.h"
 #include "engine/System.h"
+#include "engine/Window.h"
 #include "utilities/Meta/Data.h"
 
 #include <gtest/gtest.h>
@@ -114,7 +115,12 @@ TEST_F(ManagerTest, ClosingDuringTheFrameEndsTheLoopInThatFrameAfterAllSystemsRa
     Engine::Manager& manager = Engine::Manager::Get();
     manager.AddSystem(&m_First);
     manager.AddSystem(&m_Second);
-    m_First.m_OnUpdate = [] { GameStateManager::Get().SetNext(GameStateManager::Quit); };
+    Window window;
+    m_First.m_OnUpdate = [&window] {
+        Platform::WindowMessage close;
+        close.kind = Platform::WindowMessageKind::Close;
+        window.HandleMessage(close);
+    };
     manager.Run();
     EXPECT_EQ(Calls(), (std::vector<std::string>{"Load", "Initialize", "First", "Second", "Uninitialize", "Unload"}));
     EXPECT_FALSE(manager.m_Running);

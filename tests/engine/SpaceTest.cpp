@@ -7,6 +7,7 @@
 #include "engine/TestComponents.h"
 #include "physics/PhysicsSystem.h"
 #include "platform/Dialog.h"
+#include "support/Scoped.h"
 #include "sound/SoundSpace.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +20,6 @@ class SpaceTest : public ::testing::Test
 {
 protected:
     void SetUp() override { ProbeJournal().clear(); }
-    void TearDown() override { Platform::SetDialogPolicy(Platform::DialogPolicy::FromEnvironment); }
 
     static int Count(const std::string& line)
     {
@@ -221,7 +221,7 @@ TEST_F(SpaceTest, IdsAreUniqueAcrossSpacesAndNeverReused)
 
 TEST_F(SpaceTest, CollectingAPointerThatIsNoLiveObjectReportsBadThings)
 {
-    Platform::SetDialogPolicy(Platform::DialogPolicy::Ignore);
+    ScopedDialogPolicy ignore(Platform::DialogPolicy::Ignore);
     m_Space.m_Garbage.insert(reinterpret_cast<GameObject*>(0x1000));
     testing::internal::CaptureStderr();
     m_Space.GarbageCollectObjects();

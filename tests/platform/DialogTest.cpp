@@ -1,5 +1,7 @@
 #include "platform/Dialog.h"
 
+#include "support/Scoped.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -10,44 +12,6 @@ namespace
 {
 using Platform::DialogAnswer;
 using Platform::DialogPolicy;
-
-// Sets (or unsets, with nullptr) an environment variable and restores it on scope exit.
-class ScopedEnvironment
-{
-public:
-    ScopedEnvironment(const char* name, const char* value) : m_Name(name)
-    {
-        if (const char* old = std::getenv(name))
-            m_Old = old;
-        if (value != nullptr)
-            setenv(name, value, 1);
-        else
-            unsetenv(name);
-    }
-    ~ScopedEnvironment()
-    {
-        if (m_Old)
-            setenv(m_Name.c_str(), m_Old->c_str(), 1);
-        else
-            unsetenv(m_Name.c_str());
-    }
-    ScopedEnvironment(const ScopedEnvironment&) = delete;
-    ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
-
-private:
-    std::string m_Name;
-    std::optional<std::string> m_Old;
-};
-
-// Sets the dialog policy and puts back the default on scope exit.
-class ScopedDialogPolicy
-{
-public:
-    explicit ScopedDialogPolicy(DialogPolicy policy) { Platform::SetDialogPolicy(policy); }
-    ~ScopedDialogPolicy() { Platform::SetDialogPolicy(DialogPolicy::FromEnvironment); }
-    ScopedDialogPolicy(const ScopedDialogPolicy&) = delete;
-    ScopedDialogPolicy& operator=(const ScopedDialogPolicy&) = delete;
-};
 
 Platform::DialogResult AskQuietly()
 {
@@ -135,13 +99,6 @@ TEST(PlatformDialogTest, PolicyAnswerWritesTitleAndTextToStandardError)
     testing::internal::CaptureStderr();
     Platform::AskAbortRetryIgnore("Assertion failed", "x > 0 in Foo.cpp\n");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Assertion failed: x > 0 in Foo.cpp\n");
-}
-
-TEST(PlatformDialogTest, WriteDebugOutputGoesToStandardError)
-{
-    testing::internal::CaptureStderr();
-    Platform::WriteDebugOutput("debug line\n");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "debug line\n");
 }
 
 TEST(PlatformDialogTest, BreakIntoDebuggerWithoutDebuggerReturns)

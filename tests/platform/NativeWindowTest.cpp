@@ -1,5 +1,7 @@
 #include "platform/NativeWindow.h"
 
+#include "support/Scoped.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -18,31 +20,6 @@ namespace fs = std::filesystem;
 using Platform::NativeWindow;
 using Platform::WindowMessage;
 using Platform::WindowMessageKind;
-
-// Sets an environment variable and restores it on scope exit.
-class ScopedEnvironment
-{
-public:
-    ScopedEnvironment(const char* name, const char* value) : m_Name(name)
-    {
-        if (const char* old = std::getenv(name))
-            m_Old = old;
-        setenv(name, value, 1);
-    }
-    ~ScopedEnvironment()
-    {
-        if (m_Old)
-            setenv(m_Name.c_str(), m_Old->c_str(), 1);
-        else
-            unsetenv(m_Name.c_str());
-    }
-    ScopedEnvironment(const ScopedEnvironment&) = delete;
-    ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
-
-private:
-    std::string m_Name;
-    std::optional<std::string> m_Old;
-};
 
 // Every window here lives on the offscreen driver, which needs no display.
 class NativeWindowTest : public testing::Test

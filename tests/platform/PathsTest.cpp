@@ -1,5 +1,7 @@
 #include "platform/Paths.h"
 
+#include "support/Scoped.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -12,34 +14,6 @@
 namespace
 {
 namespace fs = std::filesystem;
-
-// Sets (or unsets, with nullptr) an environment variable and restores it on scope exit.
-class ScopedEnvironment
-{
-public:
-    ScopedEnvironment(const char* name, const char* value) : m_Name(name)
-    {
-        if (const char* old = std::getenv(name))
-            m_Old = old;
-        if (value != nullptr)
-            setenv(name, value, 1);
-        else
-            unsetenv(name);
-    }
-    ~ScopedEnvironment()
-    {
-        if (m_Old)
-            setenv(m_Name.c_str(), m_Old->c_str(), 1);
-        else
-            unsetenv(m_Name.c_str());
-    }
-    ScopedEnvironment(const ScopedEnvironment&) = delete;
-    ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
-
-private:
-    std::string m_Name;
-    std::optional<std::string> m_Old;
-};
 
 // A fresh folder under the system's temporary folder, removed on scope exit.
 class TemporaryFolder

@@ -3,6 +3,7 @@
 #include "engine/Space.h"
 #include "engine/TestComponents.h"
 #include "platform/Dialog.h"
+#include "support/Scoped.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +12,6 @@ namespace
 class HierarchyTest : public ::testing::Test
 {
 protected:
-    void TearDown() override { Platform::SetDialogPolicy(Platform::DialogPolicy::FromEnvironment); }
 
     // Makes a parent whose Hierarchy makes `count` children of a fresh archetype.
     GameObject* MakeFamily(int count)
@@ -131,7 +131,7 @@ TEST_F(HierarchyTest, DetachFromParentRemovesTheOwnerFromTheParentsList)
 
 TEST_F(HierarchyTest, ChildWithoutHierarchyIsReported)
 {
-    Platform::SetDialogPolicy(Platform::DialogPolicy::Ignore);
+    ScopedDialogPolicy ignore(Platform::DialogPolicy::Ignore);
     MakeArchetype("Orphan", {});
     auto* parent = new GameObject();
     static_cast<Hierarchy*>(parent->AddComponentUninitialized("Hierarchy"))->m_Children.push_back("Orphan");

@@ -4,6 +4,7 @@
 #include "engine/Component.h"
 #include "engine/SpaceManager.h"
 #include "platform/Dialog.h"
+#include "support/Scoped.h"
 
 #include <gtest/gtest.h>
 
@@ -70,11 +71,10 @@ TEST(MetaDataTest, NewMakesDefaultInstancesOnlyOfConcreteTypes)
 
 TEST(MetaDataTest, ParentingATypeToItselfIsReported)
 {
-    Platform::SetDialogPolicy(Platform::DialogPolicy::Ignore);
+    ScopedDialogPolicy ignore(Platform::DialogPolicy::Ignore);
     Meta::Data data;
     testing::internal::CaptureStderr();
     data.AddParent(&data);
     const std::string reported = testing::internal::GetCapturedStderr();
     EXPECT_NE(reported.find("Why are you parenting yourself?"), std::string::npos);
-    Platform::SetDialogPolicy(Platform::DialogPolicy::FromEnvironment);
 }
