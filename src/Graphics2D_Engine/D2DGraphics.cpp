@@ -1,6 +1,6 @@
 #include "Graphics2D_Engine/D2DGraphics.h"
 
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 META_REGISTER_NS(Graphics, D2DGraphics)
 {

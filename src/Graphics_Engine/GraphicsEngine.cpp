@@ -1,7 +1,7 @@
 #include "Graphics_Engine/GraphicsEngine.h"
 
 #include "engine/Window.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 META_REGISTER_NS(Graphics, GraphicsEngine)
 {

@@ -1,6 +1,6 @@
 #include "Graphics_Engine/GraphicsSpace.h"
 
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 META_REGISTER_NS(Graphics, GraphicsSpace)
 {

@@ -1,13 +1,14 @@
 #include "engine/Component.h"
 
 #include "engine/GameObject.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 #include <array>
 #include <string_view>
 
 META_REGISTER(Component)
 {
+    DESCRIPTION("Base of everything that hangs on a game object.");
 }
 
 const std::string& Component::GetName() const

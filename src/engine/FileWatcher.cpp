@@ -1,6 +1,6 @@
 #include "engine/FileWatcher.h"
 
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 META_REGISTER(FileWatcher)
 {

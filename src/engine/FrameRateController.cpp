@@ -4,12 +4,16 @@
 #include "engine/Manager.h"
 #include "engine/Options.h"
 #include "platform/Clock.h"
+#include "utilities/Meta/Registration.h"
 
 #include <cstdlib>
 
 META_REGISTER(FrameRateController)
 {
     DERIVE(System);
+    DESCRIPTION("Measures frames and holds the frame rate to its cap.");
+    METHOD(GetFrameRate);
+    METHOD(GetElapsedTime);
 }
 
 FrameRateController::FrameRateController()

@@ -3,13 +3,44 @@
 #include "engine/Component.h"
 #include "engine/Log.h"
 #include "engine/Space.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 #include <atomic>
 #include <unordered_set>
 
+META_REGISTER(GameObject)
+{
+    DESCRIPTION("An id, a name and a list of components.");
+    PROPERTY_GET(GameObjectId, GetId, "The object's id.");
+    PROPERTY_GET(Space, GetSpace, "The space the object lives in.");
+    METHOD(Destroy);
+    METHOD_AS("GetComponent", static_cast<Component* (GameObject::*)(const std::string&) const>(&GameObject::GetComponent));
+    METHOD(GetId);
+    METHOD(GetName);
+    METHOD(SetName);
+    METHOD(GetArchetype);
+    METHOD(AddComponent);
+    METHOD(AddComponentUninitialized);
+    METHOD(RemoveComponent);
+}
+
 namespace
 {
+// A read-only property named after a component type: the object's component of that type, or null.
+class ComponentProperty final : public Meta::ReadOnlyProperty
+{
+public:
+    ComponentProperty(Meta::Data* component, Meta::Data* owner)
+        : ReadOnlyProperty(component->GetName(), component, owner)
+    {
+    }
+    Meta::Any Get(const void* object) const override
+    {
+        return Meta::AnyRef(static_cast<const GameObject*>(object)->GetComponent(m_Type), m_Type);
+    }
+    void Set(void*, const void*) const override { FATAL_ERROR(ReadonlyMessage()); }
+};
+
 std::unordered_set<const GameObject*>& LiveObjects()
 {
     static auto* live = new std::unordered_set<const GameObject*>();
@@ -43,6 +74,19 @@ GameObject::~GameObject()
     for (Component* component : m_Components)
         delete component;
     LiveObjects().erase(this);
+}
+
+void GameObject::RegisterComponentProperties()
+{
+    Meta::Data* type = Meta::Get<GameObject>();
+    for (Meta::Data* candidate : Meta::AllTypes())
+    {
+        if (!candidate->IsDerivedFrom(Meta::Get<Component>()) || type->m_Properties.Find(candidate->GetName()))
+            continue;
+        auto* property = new ComponentProperty(candidate, type);
+        property->m_Script = true;
+        type->AddProperty(property);
+    }
 }
 
 GameObjectId GameObject::NextId()

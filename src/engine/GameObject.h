@@ -34,6 +34,9 @@ public:
 
     // The next id of the process-wide counter (the first is 1).
     static GameObjectId NextId();
+    // Adds to GameObject one read-only property per component type, named after it; run once
+    // registration is complete (again after new component types appear).
+    static void RegisterComponentProperties();
     // True while `object` points at a GameObject that hasn't been deleted.
     static bool IsAlive(const GameObject* object);
 

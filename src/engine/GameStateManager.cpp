@@ -1,7 +1,7 @@
 #include "engine/GameStateManager.h"
 
 #include "engine/Log.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 META_REGISTER(GameStateManager)
 {

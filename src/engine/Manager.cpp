@@ -7,7 +7,13 @@
 #include "engine/Space.h"
 #include "engine/SpaceManager.h"
 #include "engine/System.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
+
+META_REGISTER_NS(Engine, Manager)
+{
+    DESCRIPTION("Runs the engine systems frame by frame and holds the global event table.");
+    METHOD(EndGame);
+}
 
 namespace Engine
 {

@@ -9,7 +9,24 @@
 #include "engine/System.h"
 #include "Graphics_Engine/GraphicsSpace.h"
 #include "sound/SoundSpace.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
+
+META_REGISTER_NS(Engine, Space)
+{
+    DESCRIPTION("A world of game objects with its own events and systems.");
+    PROPERTY_STATIC(Level, +[] { return static_cast<int>(Engine::Level); }, nullptr, "Index of the game space.");
+    PROPERTY_STATIC(HUD, +[] { return static_cast<int>(Engine::HUD); }, nullptr, "Index of the heads-up display space.");
+    PROPERTY_STATIC(Menu, +[] { return static_cast<int>(Engine::Menu); }, nullptr, "Index of the menu space.");
+    METHOD(SetPause);
+    METHOD(SetHide);
+    METHOD(SetLogicPause);
+    METHOD(IsPaused);
+    METHOD(IsHidden);
+    METHOD(IsLogicPaused);
+    METHOD(CreateObject);
+    METHOD(GetGameObject);
+    METHOD(DestroyAllGameObjects);
+}
 
 namespace Engine
 {

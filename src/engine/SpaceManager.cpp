@@ -1,11 +1,13 @@
 #include "engine/SpaceManager.h"
 
 #include "engine/Log.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 META_REGISTER_NS(Engine, SpaceManager)
 {
     DERIVE(System);
+    DESCRIPTION("Owns the three spaces and updates them in order.");
+    METHOD(PrintAllGameObjects);
 }
 
 namespace Engine

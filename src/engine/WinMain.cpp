@@ -9,6 +9,7 @@
 #include "engine/FileWatcher.h"
 #include "engine/Files.h"
 #include "engine/FrameRateController.h"
+#include "engine/GameObject.h"
 #include "engine/GameStateManager.h"
 #include "engine/Log.h"
 #include "engine/Manager.h"
@@ -20,7 +21,7 @@
 #include "physics/PhysicsSystem.h"
 #include "sound/SoundSpace.h"
 #include "sound/SoundSystem.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 #include "utilities/lua/LuaSystem.h"
 #include "utilities/lua/VirtualSystem.h"
 
@@ -110,6 +111,8 @@ void MakeSpaceSystems()
 
 int WinMain(const char* commandLine)
 {
+    // Registration is complete: objects offer their components by type name.
+    GameObject::RegisterComponentProperties();
     // 1. The function profiler: not built yet.
     // 2. The option registry, published for the constructors below.
     Engine::Options options;

@@ -8,24 +8,35 @@
 #include "input/InputManager.h"
 #include "input/InputRecorder.h"
 #include "platform/KeyCodes.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 using Platform::WindowMessage;
 using Platform::WindowMessageKind;
 
+META_REGISTER_ENUM(ScreenMode, {{"Keep", 0}, {"Toggle", 3}});
+
 META_REGISTER(WindowResize)
 {
     DERIVE(Event);
+    DESCRIPTION("Sent when the window's size or screen mode changes.");
+    MEMBER(m_Width, "Client width in pixels.");
+    MEMBER(m_Height, "Client height in pixels.");
+    MEMBER(m_Mode, "How the screen mode changes.");
 }
 
 META_REGISTER(WindowFocus)
 {
     DERIVE(Event);
+    DESCRIPTION("Sent when the window gains or loses focus.");
+    MEMBER(m_Focused, "Whether the window has focus now.");
 }
 
 META_REGISTER(Window)
 {
     DERIVE(System);
+    DESCRIPTION("The game's window.");
+    METHOD(GetWidth);
+    METHOD(GetHeight);
 }
 
 Meta::Data* WindowResize::GetMeta() const

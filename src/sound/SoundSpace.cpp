@@ -1,6 +1,6 @@
 #include "sound/SoundSpace.h"
 
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 META_REGISTER(SoundSpace)
 {

@@ -3,7 +3,7 @@
 #include "engine/Component.h"
 #include "engine/Event.h"
 #include "engine/GameObject.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 #include <gtest/gtest.h>
 

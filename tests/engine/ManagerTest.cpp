@@ -7,7 +7,7 @@
 #include "engine/SpaceManager.h"
 #include "engine/System.h"
 #include "engine/Window.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 #include <gtest/gtest.h>
 

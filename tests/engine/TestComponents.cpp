@@ -1,7 +1,7 @@
 #include "engine/TestComponents.h"
 
 #include "engine/ArchetypeManager.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 META_REGISTER(Probe)
 {

@@ -3,11 +3,28 @@
 #include "engine/ArchetypeManager.h"
 #include "engine/Log.h"
 #include "engine/Space.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 META_REGISTER(Hierarchy)
 {
     DERIVE(Component);
+    DESCRIPTION("Parent and children of an object.");
+    MEMBER(m_Children, "Archetype names of the children made when the object starts.");
+    METHOD(GetParent);
+    METHOD(GetChildIndex);
+    METHOD(AddChild);
+    METHOD(ReplaceChild);
+    METHOD(GetChild);
+    METHOD(GetNumberOfChildren);
+    METHOD(DetachChildByIndex);
+    METHOD(DetachChild);
+    METHOD(DetachChildren);
+    METHOD(DestroyParent);
+    METHOD(DestroyChildByIndex);
+    METHOD(DestroyChild);
+    METHOD(DestroyChildren);
+    METHOD(HasChild);
+    METHOD(DetachFromParent);
 }
 
 Meta::Data* Hierarchy::GetMeta() const

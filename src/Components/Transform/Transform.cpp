@@ -1,6 +1,6 @@
 #include "Components/Transform/Transform.h"
 
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 META_REGISTER(Transform)
 {

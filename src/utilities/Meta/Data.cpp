@@ -1,6 +1,10 @@
 #include "utilities/Meta/Data.h"
 
 #include "engine/Log.h"
+#include "utilities/Meta/ClassInfo.h"
+#include "utilities/Meta/Member.h"
+#include "utilities/Meta/Method.h"
+#include "utilities/Meta/Property.h"
 
 #include <unordered_map>
 
@@ -15,11 +19,40 @@ struct NameTable
     unsigned nextId = 0;
 };
 
-// Made on first use: registrations run during static initialisation, in any order.
+void RegisterPrimitives();
+
+// Made on first use, with the primitive types first: registrations run during
+// static initialisation, in any order.
 NameTable& Table()
 {
-    static NameTable* table = new NameTable();
+    static NameTable* table = nullptr;
+    if (!table)
+    {
+        table = new NameTable();
+        RegisterPrimitives();
+    }
     return *table;
+}
+
+template <class T>
+void Primitive(const char* name)
+{
+    static DerivedClassInfo<T> info;
+    Get<T>()->Set(name, sizeof(T), &info, true);
+}
+
+void RegisterPrimitives()
+{
+    Primitive<int>("int");
+    Primitive<unsigned>("unsigned");
+    Primitive<float>("float");
+    Primitive<bool>("bool");
+    Primitive<double>("double");
+    Primitive<char>("char");
+    Primitive<short>("short");
+    Primitive<unsigned char>("u_char");
+    Primitive<unsigned short>("u_short");
+    Primitive<std::string>("string");
 }
 
 std::string_view WithoutConst(std::string_view name)
@@ -49,6 +82,64 @@ void Data::AddParent(Data* parent)
     if (parent == this)
         FATAL_ERROR("Why are you parenting yourself?");
     m_Parent = parent;
+}
+
+void Data::AddMember(Member* member)
+{
+    m_Members.Add(member->m_Name, std::shared_ptr<Member>(member));
+}
+
+void Data::AddProperty(Property* property)
+{
+    m_Properties.Add(property->m_Name, std::shared_ptr<Property>(property));
+}
+
+void Data::AddMethod(Method* method)
+{
+    m_Methods.Add(method->m_Name, std::shared_ptr<Method>(method));
+}
+
+void Data::AddOverload(Method* method)
+{
+    auto* forms = m_Overloads.Find(method->m_Name);
+    if (!forms)
+    {
+        m_Overloads.Add(method->m_Name, std::make_shared<std::vector<std::shared_ptr<Method>>>());
+        forms = m_Overloads.Find(method->m_Name);
+    }
+    forms->push_back(std::shared_ptr<Method>(method));
+}
+
+Member* Data::FindMember(std::string_view name) const
+{
+    for (const Data* type = this; type; type = type->m_Parent)
+        if (Member* member = type->m_Members.Find(name))
+            return member;
+    return nullptr;
+}
+
+Property* Data::FindProperty(std::string_view name) const
+{
+    for (const Data* type = this; type; type = type->m_Parent)
+        if (Property* property = type->m_Properties.Find(name))
+            return property;
+    return nullptr;
+}
+
+Method* Data::FindMethod(std::string_view name) const
+{
+    for (const Data* type = this; type; type = type->m_Parent)
+        if (Method* method = type->m_Methods.Find(name))
+            return method;
+    return nullptr;
+}
+
+const std::vector<std::shared_ptr<Method>>* Data::FindOverloads(std::string_view name) const
+{
+    for (const Data* type = this; type; type = type->m_Parent)
+        if (auto* forms = type->m_Overloads.Find(name))
+            return forms;
+    return nullptr;
 }
 
 bool Data::IsDerivedFrom(const Data* other) const

@@ -1,63 +1,69 @@
 // Meta: the engine's run-time type registry.
 //
 // Every class that the engine makes by name, saves, shows in the editor or hands
-// to scripts is described once by a registration function beside it:
+// to scripts is described once, by a registration function beside it (see
+// Registration.h). Its Meta::Data then knows the class's name, size, base,
+// members, properties, methods and script constructors, and how to make, copy
+// and delete instances. The text format, the script binding, the editor and the
+// generated documentation are all walks over these records.
 //
-//   META_REGISTER(Transform)
-//   {
-//       DERIVE(Component);
-//       DESCRIPTION("Holds transformation data for the object.");
-//   }
-//
-// The registry then knows the class's name, size, base and how to make and
-// delete instances. Meta::Get<T>() gives a type's record, Meta::FindData(name)
-// finds one by name.
+// Meta::Get<T>() gives a type's record (it exists before the registration has
+// run, so a base can be named before it is filled); Meta::FindData(name) finds
+// a registered type by name, "const X" finding X.
 #pragma once
 
+#include "utilities/Meta/NamedList.h"
+
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <vector>
 
 namespace Meta
 {
-// The operations on instances of one type.
-class ClassInfo
+class Any;
+class ClassInfo;
+class Member;
+class Method;
+class Property;
+class Data;
+
+// One script constructor of a class: its argument types and how to make an instance from them.
+struct Constructor
 {
-public:
-    virtual ~ClassInfo() = default;
-    // A new default instance, or null when the type can't be made.
-    virtual void* New() const = 0;
-    // Deletes an instance made by New (null is ignored).
-    virtual void Delete(void* object) const = 0;
+    // Types of the arguments, in order.
+    std::vector<Data*> m_Arguments;
+    // Makes an instance from fitting arguments (an empty Any when they don't fit).
+    std::function<Any(std::vector<Any>& arguments)> m_Make;
 };
 
-// ClassInfo of a type with a default constructor.
-template <class T>
-class DerivedClassInfo final : public ClassInfo
-{
-public:
-    void* New() const override { return new T(); }
-    void Delete(void* object) const override { delete static_cast<T*>(object); }
-};
-
-// ClassInfo of a type that can't be made by the registry (abstract, or no default constructor).
-template <class T>
-class DerivedClassInfoNoConstructors final : public ClassInfo
-{
-public:
-    void* New() const override { return nullptr; }
-    void Delete(void* object) const override { delete static_cast<T*>(object); }
-};
-
-// The record of one registered type.
 class Data
 {
 public:
     // Names the type, gives it the next id and files it in the name table.
     void Set(const std::string& name, unsigned size, ClassInfo* info, bool isPrimitive = false, bool isEnum = false);
-    // Sets the base type; a type that names itself is reported.
+    // Sets the base type; a type that names itself is reported, and set all the same.
     void AddParent(Data* parent);
+    // Adds a member; a name given twice keeps the first.
+    void AddMember(Member* member);
+    // Adds a property; a name given twice keeps the first.
+    void AddProperty(Property* property);
+    // Adds a method with one form; a name given twice keeps the first.
+    void AddMethod(Method* method);
+    // Adds one form of a method with several forms.
+    void AddOverload(Method* method);
+    // Adds a script constructor.
+    void AddConstructor(Constructor constructor) { m_Constructors.push_back(std::move(constructor)); }
+
+    // The member of this name, in this type or the nearest ancestor that has one; or null.
+    Member* FindMember(std::string_view name) const;
+    // The property of this name, in this type or the nearest ancestor; or null.
+    Property* FindProperty(std::string_view name) const;
+    // The single-form method of this name, in this type or the nearest ancestor; or null.
+    Method* FindMethod(std::string_view name) const;
+    // The forms of an overloaded method, in this type or the nearest ancestor; or null.
+    const std::vector<std::shared_ptr<Method>>* FindOverloads(std::string_view name) const;
 
     // The type's name, without namespace.
     const std::string& GetName() const { return m_Name; }
@@ -70,6 +76,14 @@ public:
     // True once Set has run.
     bool IsRegistered() const { return m_Info != nullptr; }
 
+    // Members of this class only, by name, in registration order.
+    NamedList<Member> m_Members;
+    // Single-form methods of this class only.
+    NamedList<Method> m_Methods;
+    // Methods with several forms, of this class only.
+    NamedList<std::vector<std::shared_ptr<Method>>> m_Overloads;
+    // Properties of this class only, by name, in registration order.
+    NamedList<Property> m_Properties;
     // Type name as files, the editor and scripts say it.
     std::string m_Name;
     // Size of an instance in bytes.
@@ -88,6 +102,8 @@ public:
     std::string m_Namespace;
     // Help text of the type.
     std::string m_Description;
+    // Script constructors.
+    std::vector<Constructor> m_Constructors;
 };
 
 // The record of type T (exists from the start; filled by T's registration).
@@ -102,42 +118,4 @@ Data* Get()
 Data* FindData(std::string_view name);
 // Every registered type, in registration order.
 const std::vector<Data*>& AllTypes();
-
-// Fills a type's name, size and instance operations, the first step of a registration.
-template <class T>
-Data& Register(const char* name, const char* nameSpace)
-{
-    using Info = std::conditional_t<std::is_abstract_v<T> || !std::is_default_constructible_v<T>,
-                                    DerivedClassInfoNoConstructors<T>, DerivedClassInfo<T>>;
-    static Info info;
-    Data& data = *Get<T>();
-    data.Set(name, sizeof(T), &info);
-    data.m_Namespace = nameSpace;
-    return data;
 }
-
-// Runs a registration function during static initialisation.
-struct Registrar
-{
-    explicit Registrar(void (*registration)()) { registration(); }
-};
-}
-
-#define META_CONCAT_INNER(a, b) a##b
-#define META_CONCAT(a, b) META_CONCAT_INNER(a, b)
-
-// Opens the registration function of a type in the global namespace.
-#define META_REGISTER(Type) META_REGISTER_NAMED(Type, #Type, "")
-// Opens the registration function of a type inside a namespace.
-#define META_REGISTER_NS(Namespace, Type) META_REGISTER_NAMED(Namespace::Type, #Type, #Namespace)
-// Opens a registration function; inside it `type` is the type's Meta::Data.
-#define META_REGISTER_NAMED(Type, name, nameSpace)                                               \
-    static void META_CONCAT(MetaRegistration_, __LINE__)(Meta::Data & type);                      \
-    static const Meta::Registrar META_CONCAT(metaRegistrar_, __LINE__)(                           \
-        [] { META_CONCAT(MetaRegistration_, __LINE__)(Meta::Register<Type>(name, nameSpace)); }); \
-    static void META_CONCAT(MetaRegistration_, __LINE__)([[maybe_unused]] Meta::Data & type)
-
-// Inside a registration: the registered type derives from Base.
-#define DERIVE(Base) type.AddParent(Meta::Get<Base>())
-// Inside a registration: the help text of the type.
-#define DESCRIPTION(text) type.m_Description = (text)

@@ -1,6 +1,6 @@
 #include "utilities/lua/VirtualSystem.h"
 
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 META_REGISTER(VirtualSystem)
 {

@@ -1,4 +1,4 @@
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 
 #include "Components/Transform/Transform.h"
 #include "engine/Component.h"
@@ -40,6 +40,23 @@ TEST(MetaDataTest, RegistrationRecordsNameSizeNamespaceAndHelpText)
     EXPECT_EQ(Meta::Get<Engine::SpaceManager>()->GetName(), "SpaceManager");
     EXPECT_EQ(Meta::Get<Engine::SpaceManager>()->m_Namespace, "Engine");
     EXPECT_EQ(Meta::Get<Transform>()->m_Description, "Holds transformation data for the object.");
+}
+
+TEST(MetaDataTest, PrimitiveTypesComeFirstInTheirOrderAndSizes)
+{
+    const std::vector<std::pair<const char*, unsigned>> expected = {
+        {"int", 4},   {"unsigned", 4}, {"float", 4},   {"bool", 1},    {"double", 8},
+        {"char", 1},  {"short", 2},    {"u_char", 1},  {"u_short", 2}, {"string", sizeof(std::string)}};
+    const auto& types = Meta::AllTypes();
+    ASSERT_GE(types.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i)
+    {
+        EXPECT_EQ(types[i]->GetName(), expected[i].first);
+        EXPECT_EQ(types[i]->m_Size, expected[i].second);
+        EXPECT_EQ(types[i]->GetId(), i);
+        EXPECT_TRUE(types[i]->m_IsPrimitive);
+    }
+    EXPECT_EQ(Meta::FindData("string"), Meta::Get<std::string>());
 }
 
 TEST(MetaDataTest, IdsAreUniqueAndFollowRegistrationOrder)

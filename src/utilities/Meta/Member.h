@@ -1,0 +1,90 @@
+// Meta::Member: a field of a registered class, read and written in place
+// through its pointer-to-member. Members are what the text format saves and the
+// editor shows; comparison uses the field type's operator==.
+//
+// A member may carry a custom getter or setter; that is a retired design, and
+// using one reports an error once per site and then goes through the accessor.
+#pragma once
+
+#include "utilities/Meta/Any.h"
+#include "utilities/Meta/DataInfo.h"
+
+#include <functional>
+
+namespace Meta
+{
+class Member : public DataInfo
+{
+public:
+    // A custom read of the field (retired): the address of the value to read.
+    using Getter = std::function<void*(const void* object)>;
+    // A custom write of the field (retired).
+    using Setter = std::function<void(void* object, const void* value)>;
+
+    using DataInfo::DataInfo;
+
+    // The field's value, as a reference into the object.
+    virtual AnyRef Get(const void* object) const = 0;
+    // Copies `value` (of the member's type) into the field.
+    virtual void Set(void* object, const void* value) const = 0;
+    // Draws the editor control; true if changed.
+    virtual bool DrawEditor(void* object) const { return false; }
+    // True if the field is equal in both objects.
+    virtual bool Compare(const void* a, const void* b) const = 0;
+    // Copies the field from one object to another.
+    virtual void SetFromOther(void* to, const void* from) const = 0;
+    // Installs a custom setter (retired).
+    void SetSetter(Setter setter) { m_Setter = std::move(setter); }
+    // Installs a custom getter (retired).
+    void SetGetter(Getter getter) { m_Getter = std::move(getter); }
+
+    // Reports the use of a custom accessor.
+    static void ReportCustomAccessor();
+
+protected:
+    Getter m_Getter;
+    Setter m_Setter;
+};
+
+// A member M of class C.
+template <class C, class M>
+class MemberD_class final : public Member
+{
+public:
+    MemberD_class(const std::string& name, M C::*field) : Member(name, Meta::Get<M>()), m_Field(field) {}
+
+    AnyRef Get(const void* object) const override
+    {
+        if (m_Getter)
+        {
+            ReportCustomAccessor();
+            return AnyRef(m_Getter(object), m_Type);
+        }
+        return AnyRef(&Field(const_cast<void*>(object)), m_Type);
+    }
+    void Set(void* object, const void* value) const override
+    {
+        if (m_Setter)
+        {
+            ReportCustomAccessor();
+            m_Setter(object, value);
+            return;
+        }
+        Field(object) = *static_cast<const M*>(value);
+    }
+    bool Compare(const void* a, const void* b) const override
+    {
+        if constexpr (requires(const M& x) { x == x; })
+            return Field(const_cast<void*>(a)) == Field(const_cast<void*>(b));
+        else
+            return false;
+    }
+    void SetFromOther(void* to, const void* from) const override { Set(to, &Field(const_cast<void*>(from))); }
+
+    // The field itself.
+    M C::*m_Field;
+
+private:
+    M& Field(void* object) const { return static_cast<C*>(object)->*m_Field; }
+};
+}

@@ -1,0 +1,231 @@
+// Meta::Property: a value of a registered class reached through accessor
+// functions rather than a field, so that setters run their side effects (also
+// while loading). The family:
+//
+//   Property_class<C, G, S>        member getter and setter
+//   Property_class_func<C, G, S>   free getter and setter taking C* first
+//   Property_get_class<C, G>       member getter only: read-only
+//   Property_get_class_func<C, G>  free getter only: read-only
+//   Property_static_class<G, S>    free getter and setter of the class, not of an instance
+//   Property_class_new<T>          no value: the hook through which scripts add
+//                                  dynamic properties to T ("Lua_NewProperty")
+//   Property_class_newscript<T>    the same for classes that run a script of their own
+//
+// Setting a read-only property reports "This property is readonly!".
+#pragma once
+
+#include "engine/Log.h"
+#include "utilities/Meta/DataInfo.h"
+#include "utilities/Meta/ValueTraits.h"
+
+namespace Meta
+{
+class Property : public DataInfo
+{
+public:
+    Property(const std::string& name, Data* type, Data* owner) : DataInfo(name, type), m_Class(owner) {}
+
+    // The value, read through the getter.
+    virtual Any Get(const void* object) const = 0;
+    // Hands `value` (of the property's type) to the setter.
+    virtual void Set(void* object, const void* value) const = 0;
+    // True if the property can be written.
+    virtual bool CanSet() const = 0;
+    // Draws the editor control; true if changed.
+    virtual bool DrawEditor(void* object) const { return false; }
+    // True if both objects give equal values; always false for read-only properties.
+    virtual bool Compare(const void* a, const void* b) const = 0;
+    // Copies the value from one object to another; nothing for read-only properties.
+    virtual void SetFromOther(void* to, const void* from) const = 0;
+
+    // The class the property belongs to.
+    Data* m_Class = nullptr;
+};
+
+// Equality of two values of one type, false where the type has no operator==.
+template <class V>
+bool ValuesEqual(const V& a, const V& b)
+{
+    if constexpr (requires { a == b; })
+        return a == b;
+    else
+        return false;
+}
+
+// The parts shared by the writable properties: comparison and copying through Get and Set.
+template <class V>
+class WritableProperty : public Property
+{
+public:
+    using Property::Property;
+    bool CanSet() const override { return true; }
+    bool Compare(const void* a, const void* b) const override
+    {
+        const Any first = Get(a);
+        const Any second = Get(b);
+        if (first.IsEmpty() || second.IsEmpty())
+            return first.IsEmpty() && second.IsEmpty();
+        return ValuesEqual(*static_cast<const V*>(first.m_Value), *static_cast<const V*>(second.m_Value));
+    }
+    void SetFromOther(void* to, const void* from) const override
+    {
+        const Any value = Get(from);
+        Set(to, value.m_Value);
+    }
+};
+
+// The parts shared by the read-only properties.
+class ReadOnlyProperty : public Property
+{
+public:
+    using Property::Property;
+    bool CanSet() const override { return false; }
+    bool Compare(const void*, const void*) const override { return false; }
+    void SetFromOther(void*, const void*) const override {}
+
+protected:
+    std::string ReadonlyMessage() const;
+};
+
+template <class C, class G, class S>
+class Property_class final : public WritableProperty<typename ValueTraits<G>::Value>
+{
+public:
+    using Getter = G (C::*)() const;
+    using Setter = void (C::*)(S);
+    Property_class(const std::string& name, Data* owner, Getter getter, Setter setter)
+        : WritableProperty<typename ValueTraits<G>::Value>(name, ValueTraits<G>::Type(), owner), m_Getter(getter),
+          m_Setter(setter)
+    {
+    }
+    Any Get(const void* object) const override
+    {
+        return ValueTraits<G>::Wrap((static_cast<const C*>(object)->*m_Getter)());
+    }
+    void Set(void* object, const void* value) const override
+    {
+        (static_cast<C*>(object)->*m_Setter)(ValueTraits<S>::Unwrap(value));
+    }
+
+private:
+    Getter m_Getter;
+    Setter m_Setter;
+};
+
+template <class C, class G, class S>
+class Property_class_func final : public WritableProperty<typename ValueTraits<G>::Value>
+{
+public:
+    using Getter = G (*)(C*);
+    using Setter = void (*)(C*, S);
+    Property_class_func(const std::string& name, Data* owner, Getter getter, Setter setter)
+        : WritableProperty<typename ValueTraits<G>::Value>(name, ValueTraits<G>::Type(), owner), m_Getter(getter),
+          m_Setter(setter)
+    {
+    }
+    Any Get(const void* object) const override
+    {
+        return ValueTraits<G>::Wrap(m_Getter(static_cast<C*>(const_cast<void*>(object))));
+    }
+    void Set(void* object, const void* value) const override
+    {
+        m_Setter(static_cast<C*>(object), ValueTraits<S>::Unwrap(value));
+    }
+
+private:
+    Getter m_Getter;
+    Setter m_Setter;
+};
+
+template <class C, class G>
+class Property_get_class final : public ReadOnlyProperty
+{
+public:
+    using Getter = G (C::*)() const;
+    Property_get_class(const std::string& name, Data* owner, Getter getter)
+        : ReadOnlyProperty(name, ValueTraits<G>::Type(), owner), m_Getter(getter)
+    {
+    }
+    Any Get(const void* object) const override
+    {
+        return ValueTraits<G>::Wrap((static_cast<const C*>(object)->*m_Getter)());
+    }
+    void Set(void*, const void*) const override { FATAL_ERROR(ReadonlyMessage()); }
+
+private:
+    Getter m_Getter;
+};
+
+template <class C, class G>
+class Property_get_class_func final : public ReadOnlyProperty
+{
+public:
+    using Getter = G (*)(C*);
+    Property_get_class_func(const std::string& name, Data* owner, Getter getter)
+        : ReadOnlyProperty(name, ValueTraits<G>::Type(), owner), m_Getter(getter)
+    {
+    }
+    Any Get(const void* object) const override
+    {
+        return ValueTraits<G>::Wrap(m_Getter(static_cast<C*>(const_cast<void*>(object))));
+    }
+    void Set(void*, const void*) const override { FATAL_ERROR(ReadonlyMessage()); }
+
+private:
+    Getter m_Getter;
+};
+
+template <class G, class S>
+class Property_static_class final : public WritableProperty<typename ValueTraits<G>::Value>
+{
+public:
+    using Getter = G (*)();
+    using Setter = void (*)(S);
+    Property_static_class(const std::string& name, Data* owner, Getter getter, Setter setter)
+        : WritableProperty<typename ValueTraits<G>::Value>(name, ValueTraits<G>::Type(), owner), m_Getter(getter),
+          m_Setter(setter)
+    {
+    }
+    Any Get(const void*) const override { return ValueTraits<G>::Wrap(m_Getter()); }
+    void Set(void*, const void* value) const override
+    {
+        if (m_Setter)
+            m_Setter(ValueTraits<S>::Unwrap(value));
+        else
+            FATAL_ERROR("This property is readonly! \nProperty: " + this->m_Name + "\nClass: " + OwnerName());
+    }
+    bool CanSet() const override { return m_Setter != nullptr; }
+
+private:
+    std::string OwnerName() const;
+    Getter m_Getter;
+    Setter m_Setter;
+};
+
+// The name under which the dynamic-property hook of a class is registered.
+inline constexpr const char* kNewPropertyName = "Lua_NewProperty";
+
+// The dynamic-property hook of T: holds no value; scripts reach T's extra properties through it.
+template <class T>
+class Property_class_new : public ReadOnlyProperty
+{
+public:
+    explicit Property_class_new(Data* owner) : ReadOnlyProperty(kNewPropertyName, owner, owner) {}
+    Any Get(const void*) const override { return Any(); }
+    void Set(void*, const void*) const override {}
+};
+
+// The dynamic-property hook of a class that runs a script of its own.
+template <class T>
+class Property_class_newscript final : public Property_class_new<T>
+{
+public:
+    using Property_class_new<T>::Property_class_new;
+};
+
+template <class G, class S>
+std::string Property_static_class<G, S>::OwnerName() const
+{
+    return this->m_Class ? this->m_Class->GetName() : std::string();
+}
+}

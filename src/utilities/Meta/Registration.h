@@ -1,0 +1,204 @@
+// Registering a class with the type registry: one short function beside the
+// class, run from a static initialiser, that states the facts in this order:
+// name (given by the opening macro), script constructors, base, help text,
+// members, properties, methods.
+//
+//   META_REGISTER(Transform)
+//   {
+//       DERIVE(Component);
+//       DESCRIPTION("Holds transformation data for the object.");
+//       MEMBER(m_Position, "The position of the object in the world");
+//       METHOD(GetParent);
+//   }
+//
+// Inside the function, `Self` is the class and `type` its Meta::Data. Members
+// and methods must be reachable from the registration (public). Help text given
+// with HELP(...) goes to the next member, property or method registered.
+#pragma once
+
+#include "utilities/Meta/Any.h"
+#include "utilities/Meta/ClassInfo.h"
+#include "utilities/Meta/Data.h"
+#include "utilities/Meta/EnumMeta.h"
+#include "utilities/Meta/Member.h"
+#include "utilities/Meta/Method.h"
+#include "utilities/Meta/Property.h"
+
+namespace Meta
+{
+// Fills a type's name, size and instance operations, the first step of a registration.
+template <class T>
+Data& Register(const char* name, const char* nameSpace)
+{
+    static ClassInfoFor<T> info;
+    Data& data = *Get<T>();
+    data.Set(name, sizeof(T), &info);
+    data.m_Namespace = nameSpace;
+    return data;
+}
+
+// Registers an enumeration type by name with its values.
+template <class E>
+Data& RegisterEnum(const char* name, const char* nameSpace, std::vector<EnumMeta::Entry> values)
+{
+    static DerivedClassInfo<E> info;
+    Data& data = *Get<E>();
+    data.Set(name, sizeof(E), &info, false, true);
+    data.m_Namespace = nameSpace;
+    EnumMeta::Register(name, std::move(values));
+    return data;
+}
+
+// A script constructor of T from arguments of types Args.
+template <class T, class... Args>
+Constructor MakeConstructor()
+{
+    Constructor constructor;
+    constructor.m_Arguments = {ValueTraits<Args>::Type()...};
+    constructor.m_Make = [](std::vector<Any>& arguments) -> Any {
+        if (!ArgumentsFit<Args...>(arguments, std::index_sequence_for<Args...>()))
+            return Any();
+        auto make = [](Args... values) { return T(values...); };
+        return CallUnwrapped<T, Args...>(make, arguments, std::index_sequence_for<Args...>());
+    };
+    return constructor;
+}
+
+// Runs a registration function during static initialisation.
+struct Registrar
+{
+    explicit Registrar(void (*registration)()) { registration(); }
+};
+
+// A member record with its flags.
+template <class C, class M>
+Member* MakeMember(const char* name, M C::*field, bool serialize, bool script)
+{
+    Member* member = new MemberD_class<C, M>(name, field);
+    member->m_Serialize = serialize;
+    member->m_Script = script;
+    return member;
+}
+
+// A method record visible to scripts.
+inline Method* ScriptVisible(Method* method)
+{
+    method->m_Script = true;
+    return method;
+}
+}
+
+#define META_CONCAT_INNER(a, b) a##b
+#define META_CONCAT(a, b) META_CONCAT_INNER(a, b)
+
+// Opens the registration function of a type in the global namespace.
+#define META_REGISTER(Type) META_REGISTER_NAMED(Type, #Type, "")
+// Opens the registration function of a type inside a namespace.
+#define META_REGISTER_NS(Namespace, Type) META_REGISTER_NAMED(Namespace::Type, #Type, #Namespace)
+// Opens a registration function; inside it `Self` is the type and `type` its Meta::Data.
+#define META_REGISTER_NAMED(Type, name, nameSpace)                                                  \
+    namespace                                                                                        \
+    {                                                                                                \
+    struct META_CONCAT(MetaRegistration_, __LINE__)                                                  \
+    {                                                                                                \
+        using Self = Type;                                                                           \
+        static void Run(Meta::Data& type);                                                           \
+        inline static const Meta::Registrar registrar{[] { Run(Meta::Register<Type>(name, nameSpace)); }}; \
+    };                                                                                               \
+    }                                                                                                \
+    void META_CONCAT(MetaRegistration_, __LINE__)::Run([[maybe_unused]] Meta::Data& type)
+
+// Registers an enumeration: META_REGISTER_ENUM(ScreenMode, {{"Keep", 0}, {"Toggle", 3}});
+#define META_REGISTER_ENUM(Type, ...)                                                                 \
+    static const Meta::Registrar META_CONCAT(metaEnum_, __LINE__)(                                    \
+        [] { Meta::RegisterEnum<Type>(#Type, "", std::vector<Meta::EnumMeta::Entry> __VA_ARGS__); })
+
+// The registered type derives from Base.
+#define DERIVE(Base) type.AddParent(Meta::Get<Base>())
+// The help text of the registered type.
+#define DESCRIPTION(text) type.m_Description = (text)
+// Help text for the next member, property or method.
+#define HELP(text) Meta::AddPendingDescription(text)
+// A script constructor taking the given argument types: CONSTRUCTOR(float, float, float).
+#define CONSTRUCTOR(...) type.AddConstructor(Meta::MakeConstructor<Self __VA_OPT__(, ) __VA_ARGS__>())
+
+// A field, saved and visible to scripts, with its help text.
+#define MEMBER(field, help) MEMBER_FLAGS(field, true, true, help)
+// A field with explicit save and script flags.
+#define MEMBER_FLAGS(field, serialize, script, help) \
+    (HELP(help), type.AddMember(Meta::MakeMember(#field, &Self::field, serialize, script)))
+
+// A property read and written through member functions.
+#define PROPERTY(name, getter, setter, help)                                                                        \
+    (HELP(help), type.AddProperty(Meta::MakeProperty(#name, &type, &Self::getter, &Self::setter)))
+// A read-only property read through a member function.
+#define PROPERTY_GET(name, getter, help) (HELP(help), type.AddProperty(Meta::MakeProperty(#name, &type, &Self::getter)))
+// A property read and written through free functions taking the object first.
+#define PROPERTY_FUNC(name, getter, setter, help) \
+    (HELP(help), type.AddProperty(Meta::MakeProperty(#name, &type, getter, setter)))
+// A read-only property read through a free function taking the object.
+#define PROPERTY_GET_FUNC(name, getter, help) (HELP(help), type.AddProperty(Meta::MakeProperty(#name, &type, getter)))
+// A property of the class itself, through free getter and setter functions (setter may be null).
+#define PROPERTY_STATIC(name, getter, setter, help) \
+    (HELP(help), type.AddProperty(Meta::MakeStaticProperty(#name, &type, getter, setter)))
+// The hook through which scripts add dynamic properties to the class.
+#define PROPERTY_NEW() type.AddProperty(new Meta::Property_class_new<Self>(&type))
+// The same hook for a class that runs a script of its own.
+#define PROPERTY_NEWSCRIPT() type.AddProperty(new Meta::Property_class_newscript<Self>(&type))
+
+// A method with one form, visible to scripts.
+#define METHOD(name) type.AddMethod(Meta::ScriptVisible(Meta::MakeMethod(#name, &Self::name)))
+// A method with one form under another script name.
+#define METHOD_AS(scriptName, function) type.AddMethod(Meta::ScriptVisible(Meta::MakeMethod(scriptName, function)))
+// One form of an overloaded method: OVERLOAD(RegisterEvent, 0, void (Self::*)(const std::string&)).
+#define OVERLOAD(name, id, signature) \
+    type.AddOverload(Meta::ScriptVisible(Meta::MakeOverload<id>(#name, static_cast<signature>(&Self::name))))
+
+namespace Meta
+{
+// The property record that fits a member getter and setter.
+template <class C, class G, class S>
+Property* MakeProperty(const char* name, Data* owner, G (C::*getter)() const, void (C::*setter)(S))
+{
+    Property* property = new Property_class<C, G, S>(name, owner, getter, setter);
+    property->m_Script = property->m_Serialize = true;
+    return property;
+}
+// The property record that fits a member getter alone: read-only.
+template <class C, class G>
+Property* MakeProperty(const char* name, Data* owner, G (C::*getter)() const)
+{
+    Property* property = new Property_get_class<C, G>(name, owner, getter);
+    property->m_Script = true;
+    return property;
+}
+// The property record that fits free getter and setter functions.
+template <class C, class G, class S>
+Property* MakeProperty(const char* name, Data* owner, G (*getter)(C*), void (*setter)(C*, S))
+{
+    Property* property = new Property_class_func<C, G, S>(name, owner, getter, setter);
+    property->m_Script = property->m_Serialize = true;
+    return property;
+}
+// The property record that fits a free getter alone: read-only.
+template <class C, class G>
+Property* MakeProperty(const char* name, Data* owner, G (*getter)(C*))
+{
+    Property* property = new Property_get_class_func<C, G>(name, owner, getter);
+    property->m_Script = true;
+    return property;
+}
+// The property record of a class-wide value.
+template <class G, class S>
+Property* MakeStaticProperty(const char* name, Data* owner, G (*getter)(), void (*setter)(S))
+{
+    Property* property = new Property_static_class<G, S>(name, owner, getter, setter);
+    property->m_Script = true;
+    return property;
+}
+template <class G>
+Property* MakeStaticProperty(const char* name, Data* owner, G (*getter)(), std::nullptr_t)
+{
+    return MakeStaticProperty<G, G>(name, owner, getter, static_cast<void (*)(G)>(nullptr));
+}
+}

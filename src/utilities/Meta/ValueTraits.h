@@ -1,0 +1,56 @@
+// How a C++ value, reference or pointer of a registered type travels as a
+// Meta::Any. Pointers and references are no types of their own in the
+// registry: a T* or T& travels as a reference to a T, a T by value as an owned
+// copy.
+#pragma once
+
+#include "utilities/Meta/Any.h"
+
+#include <type_traits>
+
+namespace Meta
+{
+template <class T>
+struct ValueTraits
+{
+    using Bare = std::remove_cvref_t<T>;
+    // True for pointers: the value is the object pointed to.
+    static constexpr bool kIsPointer = std::is_pointer_v<Bare>;
+    // True for references: the value is the object referred to.
+    static constexpr bool kIsReference = std::is_reference_v<T>;
+    // The registered type the value is of.
+    using Value = std::remove_cv_t<std::remove_pointer_t<Bare>>;
+
+    // The registry record of the value's type.
+    static Data* Type() { return Meta::Get<Value>(); }
+
+    // Wraps a result: pointers and references as references, values as owned copies.
+    static Any Wrap(T&& result)
+    {
+        if constexpr (kIsPointer)
+            return AnyRef(const_cast<Value*>(result), Type());
+        else if constexpr (kIsReference)
+            return AnyRef(const_cast<Value*>(&result), Type());
+        else
+            return Any(new Value(std::move(result)), Type());
+    }
+
+    // True if `value` can be passed as a T.
+    static bool Accepts(const Any& value)
+    {
+        if constexpr (kIsPointer)
+            return value.IsEmpty() || value.Holds(Type());
+        else
+            return value.Holds(Type());
+    }
+
+    // The argument of type T that `value` (pointing at a Value) stands for.
+    static T Unwrap(const void* value)
+    {
+        if constexpr (kIsPointer)
+            return static_cast<Value*>(const_cast<void*>(value));
+        else
+            return *static_cast<Value*>(const_cast<void*>(value));
+    }
+};
+}
