@@ -4,8 +4,9 @@ namespace Engine
 {
 ArchetypeManager& ArchetypeManager::Get()
 {
-    static ArchetypeManager manager;
-    return manager;
+    // Lives until the process ends; shutdown empties it in its turn.
+    static ArchetypeManager* manager = new ArchetypeManager();
+    return *manager;
 }
 
 ArchetypeManager::~ArchetypeManager()

@@ -4,6 +4,8 @@
 #include "engine/Space.h"
 #include "engine/TestComponents.h"
 #include "platform/Dialog.h"
+#include "utilities/Meta/Property.h"
+#include "utilities/Meta/Method.h"
 #include "support/Scoped.h"
 
 #include <gtest/gtest.h>
@@ -154,4 +156,33 @@ TEST_F(GameObjectTest, EditorSubsetNamesTheDisplayComponents)
 {
     EXPECT_TRUE(IsInEditorSubset(Meta::Get<Transform>()));
     EXPECT_FALSE(IsInEditorSubset(Meta::Get<Probe>()));
+}
+
+TEST_F(GameObjectTest, ObjectOffersEachComponentTypeAsAReadOnlyProperty)
+{
+    GameObject::RegisterComponentProperties();
+    GameObject* object = m_Space.CreateObject(MakeArchetype("Offered", {"Transform"}));
+    const Meta::Data* type = Meta::Get<GameObject>();
+    Meta::Property* transform = type->FindProperty("Transform");
+    Meta::Property* hierarchy = type->FindProperty("Hierarchy");
+    ASSERT_NE(transform, nullptr);
+    ASSERT_NE(hierarchy, nullptr);
+    EXPECT_FALSE(transform->CanSet());
+    EXPECT_EQ(transform->Get(object).Get<Transform>(), object->GetComponent<Transform>());
+    EXPECT_TRUE(hierarchy->Get(object).IsEmpty());
+    EXPECT_EQ(*type->FindProperty("GameObjectId")->Get(object).Get<GameObjectId>(), object->GetId());
+    EXPECT_EQ(type->FindProperty("Space")->Get(object).Get<Engine::Space>(), &m_Space);
+}
+
+TEST_F(GameObjectTest, ScriptMethodsReachTheObjectThroughTheRegistry)
+{
+    GameObject* object = m_Space.CreateObject(MakeArchetype("Scripted", {}));
+    const Meta::Data* type = Meta::Get<GameObject>();
+    std::vector<Meta::Any> name = {Meta::Any::Make(std::string("Renamed"))};
+    type->FindMethod("SetName")->Call(object, name);
+    EXPECT_EQ(object->GetName(), "Renamed");
+    std::vector<Meta::Any> component = {Meta::Any::Make(std::string("Probe"))};
+    Meta::Any added = type->FindMethod("AddComponent")->Call(object, component);
+    EXPECT_EQ(added.Get<Component>(), object->GetComponent("Probe"));
+    EXPECT_EQ(ProbeJournal(), std::vector<std::string>{"probe:Initialize"});
 }

@@ -15,8 +15,8 @@ META_REGISTER(OtherProbe)
 
 std::vector<std::string>& ProbeJournal()
 {
-    static std::vector<std::string> journal;
-    return journal;
+    static auto* journal = new std::vector<std::string>();
+    return *journal;
 }
 
 void Probe::Initialize()
