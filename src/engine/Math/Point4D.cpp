@@ -2,7 +2,7 @@
 
 #include "utilities/Meta/Registration.h"
 
-#include "engine/Math/DebugBreak.h"
+#include "platform/Dialog.h"
 #include "engine/Math/Scalar.h"
 
 #include <cmath>
@@ -22,7 +22,7 @@ void Point4D::BreakOnNAN() const
     {
         if (std::isnan(component))
         {
-            BreakIfDebuggerAttached();
+            Platform::BreakIntoDebugger();
             return;
         }
     }

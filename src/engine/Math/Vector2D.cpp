@@ -2,7 +2,7 @@
 
 #include "utilities/Meta/Registration.h"
 
-#include "engine/Math/DebugBreak.h"
+#include "platform/Dialog.h"
 #include "engine/Math/Scalar.h"
 
 #include <algorithm>
@@ -24,7 +24,7 @@ void Vector2D::BreakOnNAN() const
     {
         if (std::isnan(component))
         {
-            BreakIfDebuggerAttached();
+            Platform::BreakIntoDebugger();
             return;
         }
     }

@@ -1,6 +1,6 @@
 #include "engine/Math/Color.h"
 
-#include "engine/Math/DebugBreak.h"
+#include "platform/Dialog.h"
 
 #include <gtest/gtest.h>
 
@@ -86,7 +86,7 @@ TEST(ColorTest, IsNANIsTrueWhenAnyComponentIsNaN)
 
 TEST(ColorTest, BreakOnNANReturnsWithoutADebugger)
 {
-    if (Math::IsDebuggerAttached())
+    if (Platform::IsDebuggerAttached())
         GTEST_SKIP() << "a debugger is attached";
     Color(0.0f, std::numeric_limits<float>::quiet_NaN(), 0.0f, 0.0f).BreakOnNAN();
 }

@@ -1,6 +1,6 @@
 #include "engine/Math/Point2D.h"
 
-#include "engine/Math/DebugBreak.h"
+#include "platform/Dialog.h"
 
 #include <gtest/gtest.h>
 
@@ -80,7 +80,7 @@ TEST(Point2DTest, IsNANIsTrueWhenAnyComponentIsNaN)
 
 TEST(Point2DTest, BreakOnNANReturnsWithoutADebugger)
 {
-    if (Math::IsDebuggerAttached())
+    if (Platform::IsDebuggerAttached())
         GTEST_SKIP() << "a debugger is attached";
     Point2D(std::numeric_limits<float>::quiet_NaN(), 0.0f).BreakOnNAN();
 }

@@ -1,6 +1,6 @@
 #include "engine/Math/Point3D.h"
 
-#include "engine/Math/DebugBreak.h"
+#include "platform/Dialog.h"
 
 #include <gtest/gtest.h>
 
@@ -90,7 +90,7 @@ TEST(Point3DTest, IsNANIsTrueWhenAnyComponentIsNaN)
 
 TEST(Point3DTest, BreakOnNANReturnsWithoutADebugger)
 {
-    if (Math::IsDebuggerAttached())
+    if (Platform::IsDebuggerAttached())
         GTEST_SKIP() << "a debugger is attached";
     Point3D(0.0f, 0.0f, std::numeric_limits<float>::quiet_NaN()).BreakOnNAN();
 }

@@ -1,6 +1,6 @@
 #include "engine/Math/Point4D.h"
 
-#include "engine/Math/DebugBreak.h"
+#include "platform/Dialog.h"
 
 #include <gtest/gtest.h>
 
@@ -82,7 +82,7 @@ TEST(Point4DTest, IsNANIsTrueWhenAnyComponentIsNaN)
 
 TEST(Point4DTest, BreakOnNANReturnsWithoutADebugger)
 {
-    if (Math::IsDebuggerAttached())
+    if (Platform::IsDebuggerAttached())
         GTEST_SKIP() << "a debugger is attached";
     Point4D(0.0f, 0.0f, 0.0f, std::numeric_limits<float>::quiet_NaN()).BreakOnNAN();
 }

@@ -1,6 +1,6 @@
 #include "engine/Math/Quaternion.h"
 
-#include "engine/Math/DebugBreak.h"
+#include "platform/Dialog.h"
 
 #include <gtest/gtest.h>
 
@@ -135,7 +135,7 @@ TEST(QuaternionTest, IsNANIsTrueWhenAnyComponentIsNaN)
 
 TEST(QuaternionTest, BreakOnNANReturnsWithoutADebugger)
 {
-    if (Math::IsDebuggerAttached())
+    if (Platform::IsDebuggerAttached())
         GTEST_SKIP() << "a debugger is attached";
     Quaternion(0.0f, 0.0f, 0.0f, std::numeric_limits<float>::quiet_NaN()).BreakOnNAN();
     Quaternion().BreakOnNAN();

@@ -1,6 +1,6 @@
 #include "engine/Math/Vector2D.h"
 
-#include "engine/Math/DebugBreak.h"
+#include "platform/Dialog.h"
 
 #include <gtest/gtest.h>
 
@@ -125,7 +125,7 @@ TEST(Vector2DTest, IsNANIsTrueWhenAnyComponentIsNaN)
 
 TEST(Vector2DTest, BreakOnNANReturnsWithoutADebugger)
 {
-    if (Math::IsDebuggerAttached())
+    if (Platform::IsDebuggerAttached())
         GTEST_SKIP() << "a debugger is attached";
     Vector2D(std::numeric_limits<float>::quiet_NaN(), 0.0f).BreakOnNAN();
     Vector2D(1.0f, 2.0f).BreakOnNAN();

@@ -1,6 +1,6 @@
 #include "engine/Math/Vector3D.h"
 
-#include "engine/Math/DebugBreak.h"
+#include "platform/Dialog.h"
 
 #include <gtest/gtest.h>
 
@@ -176,7 +176,7 @@ TEST(Vector3DTest, IsNANIsTrueWhenAnyComponentIsNaN)
 
 TEST(Vector3DTest, BreakOnNANReturnsWithoutADebugger)
 {
-    if (Math::IsDebuggerAttached())
+    if (Platform::IsDebuggerAttached())
         GTEST_SKIP() << "a debugger is attached";
     const float nan = std::numeric_limits<float>::quiet_NaN();
     Vector3D(0.0f, nan, 0.0f).BreakOnNAN();

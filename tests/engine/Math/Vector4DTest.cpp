@@ -1,6 +1,6 @@
 #include "engine/Math/Vector4D.h"
 
-#include "engine/Math/DebugBreak.h"
+#include "platform/Dialog.h"
 
 #include <gtest/gtest.h>
 
@@ -139,7 +139,7 @@ TEST(Vector4DTest, IsNANIsTrueWhenAnyComponentIsNaN)
 
 TEST(Vector4DTest, BreakOnNANReturnsWithoutADebugger)
 {
-    if (Math::IsDebuggerAttached())
+    if (Platform::IsDebuggerAttached())
         GTEST_SKIP() << "a debugger is attached";
     Vector4D(0.0f, 0.0f, std::numeric_limits<float>::quiet_NaN(), 0.0f).BreakOnNAN();
 }

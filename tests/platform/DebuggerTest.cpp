@@ -1,4 +1,4 @@
-#include "engine/Math/DebugBreak.h"
+#include "platform/Dialog.h"
 
 #include <gtest/gtest.h>
 
@@ -6,17 +6,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-TEST(MathDebugBreakTest, BreakIfDebuggerAttachedReturnsWithoutADebugger)
+TEST(DebuggerTest, IsDebuggerAttachedSeesATracer)
 {
-    if (Math::IsDebuggerAttached())
-        GTEST_SKIP() << "a debugger is attached";
-    Math::BreakIfDebuggerAttached();
-    SUCCEED();
-}
-
-TEST(MathDebugBreakTest, IsDebuggerAttachedSeesATracer)
-{
-    if (Math::IsDebuggerAttached())
+    if (Platform::IsDebuggerAttached())
         GTEST_SKIP() << "a debugger is attached";
     // A child that asks to be traced by this process sees a tracer; exit code 2
     // means tracing is not permitted here.
@@ -26,7 +18,7 @@ TEST(MathDebugBreakTest, IsDebuggerAttachedSeesATracer)
     {
         if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) == -1)
             _exit(2);
-        _exit(Math::IsDebuggerAttached() ? 0 : 1);
+        _exit(Platform::IsDebuggerAttached() ? 0 : 1);
     }
     int status = 0;
     ASSERT_EQ(waitpid(child, &status, 0), child);
