@@ -2,7 +2,6 @@
 
 #include "utilities/Meta/Registration.h"
 
-#include "platform/Dialog.h"
 #include "engine/Math/Scalar.h"
 
 #include <cmath>
@@ -13,19 +12,12 @@ namespace Math
 {
 bool Color::IsNAN() const
 {
-    return std::isnan(r) || std::isnan(g) || std::isnan(b) || std::isnan(a);
+    return AnyIsNaN({r, g, b, a});
 }
 
 void Color::BreakOnNAN() const
 {
-    for (float component : {r, g, b, a})
-    {
-        if (std::isnan(component))
-        {
-            Platform::BreakIntoDebugger();
-            return;
-        }
-    }
+    BreakOnNaN({r, g, b, a});
 }
 
 void Color::Zero()

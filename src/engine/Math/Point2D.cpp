@@ -2,7 +2,6 @@
 
 #include "utilities/Meta/Registration.h"
 
-#include "platform/Dialog.h"
 #include "engine/Math/Scalar.h"
 
 #include <cmath>
@@ -13,19 +12,12 @@ namespace Math
 {
 bool Point2D::IsNAN() const
 {
-    return std::isnan(x) || std::isnan(y);
+    return AnyIsNaN({x, y});
 }
 
 void Point2D::BreakOnNAN() const
 {
-    for (float component : {x, y})
-    {
-        if (std::isnan(component))
-        {
-            Platform::BreakIntoDebugger();
-            return;
-        }
-    }
+    BreakOnNaN({x, y});
 }
 
 Vector2D Point2D::ToVector() const

@@ -2,7 +2,6 @@
 
 #include "utilities/Meta/Registration.h"
 
-#include "platform/Dialog.h"
 #include "engine/Math/Scalar.h"
 
 #include <cmath>
@@ -13,19 +12,12 @@ namespace Math
 {
 bool Point3D::IsNAN() const
 {
-    return std::isnan(x) || std::isnan(y) || std::isnan(z);
+    return AnyIsNaN({x, y, z});
 }
 
 void Point3D::BreakOnNAN() const
 {
-    for (float component : {x, y, z})
-    {
-        if (std::isnan(component))
-        {
-            Platform::BreakIntoDebugger();
-            return;
-        }
-    }
+    BreakOnNaN({x, y, z});
 }
 
 Vector3D Point3D::ToVector() const

@@ -2,7 +2,6 @@
 
 #include "utilities/Meta/Registration.h"
 
-#include "platform/Dialog.h"
 #include "engine/Math/Scalar.h"
 
 #include <cmath>
@@ -13,19 +12,12 @@ namespace Math
 {
 bool Point4D::IsNAN() const
 {
-    return std::isnan(x) || std::isnan(y) || std::isnan(z) || std::isnan(w);
+    return AnyIsNaN({x, y, z, w});
 }
 
 void Point4D::BreakOnNAN() const
 {
-    for (float component : {x, y, z, w})
-    {
-        if (std::isnan(component))
-        {
-            Platform::BreakIntoDebugger();
-            return;
-        }
-    }
+    BreakOnNaN({x, y, z, w});
 }
 
 Vector4D Point4D::ToVector() const

@@ -2,7 +2,6 @@
 
 #include "utilities/Meta/Registration.h"
 
-#include "platform/Dialog.h"
 #include "engine/Math/Scalar.h"
 
 #include <cmath>
@@ -68,19 +67,12 @@ Quaternion Aligned(const Quaternion& q, const Quaternion& reference)
 
 bool Quaternion::IsNAN() const
 {
-    return std::isnan(x) || std::isnan(y) || std::isnan(z) || std::isnan(w);
+    return AnyIsNaN({x, y, z, w});
 }
 
 void Quaternion::BreakOnNAN() const
 {
-    for (float component : {x, y, z, w})
-    {
-        if (std::isnan(component))
-        {
-            Platform::BreakIntoDebugger();
-            return;
-        }
-    }
+    BreakOnNaN({x, y, z, w});
 }
 
 void Quaternion::RotateX(float degrees)
@@ -122,16 +114,7 @@ Vector3D Quaternion::GetEulerAngles()
 
 void Quaternion::Normalize()
 {
-    const float length = Length();
-    if (length == 0.0f || std::isinf(length))
-    {
-        x = y = z = w = std::numeric_limits<float>::quiet_NaN();
-        return;
-    }
-    x /= length;
-    y /= length;
-    z /= length;
-    w /= length;
+    NormalizeComponents({&x, &y, &z, &w}, true);
 }
 
 Quaternion Quaternion::Slerp(const Quaternion& other, float t) const

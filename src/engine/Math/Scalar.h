@@ -1,8 +1,10 @@
-// Constants and small helpers on single floats shared by the math types: the
-// tolerance their operator== uses and the degree/radian conversion factors.
+// Constants and small helpers shared by the math types: the tolerance their
+// operator== uses, the degree/radian conversion factors, and the component-wise
+// NaN checks and normalisation.
 #pragma once
 
 #include <cmath>
+#include <initializer_list>
 
 namespace Math
 {
@@ -20,4 +22,12 @@ inline bool NearlyEqual(float a, float b)
 {
     return std::fabs(a - b) <= kEqualTolerance;
 }
+
+// True if any of the components is a NaN.
+bool AnyIsNaN(std::initializer_list<float> components);
+// Breaks into an attached debugger if any of the components is a NaN.
+void BreakOnNaN(std::initializer_list<float> components);
+// Divides the components by their length in place; leaves them when the length
+// is exactly 0 (unless `zeroGivesNaN`), and makes them NaN when it is infinite.
+void NormalizeComponents(std::initializer_list<float*> components, bool zeroGivesNaN = false);
 }

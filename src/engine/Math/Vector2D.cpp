@@ -2,7 +2,6 @@
 
 #include "utilities/Meta/Registration.h"
 
-#include "platform/Dialog.h"
 #include "engine/Math/Scalar.h"
 
 #include <algorithm>
@@ -15,34 +14,17 @@ namespace Math
 {
 bool Vector2D::IsNAN() const
 {
-    return std::isnan(x) || std::isnan(y);
+    return AnyIsNaN({x, y});
 }
 
 void Vector2D::BreakOnNAN() const
 {
-    for (float component : {x, y})
-    {
-        if (std::isnan(component))
-        {
-            Platform::BreakIntoDebugger();
-            return;
-        }
-    }
+    BreakOnNaN({x, y});
 }
 
 void Vector2D::Normalize()
 {
-    const float lengthSquare = LengthSquare();
-    if (lengthSquare == 0.0f)
-        return;
-    const float length = std::sqrt(lengthSquare);
-    if (std::isinf(length))
-    {
-        x = y = std::numeric_limits<float>::quiet_NaN();
-        return;
-    }
-    x /= length;
-    y /= length;
+    NormalizeComponents({&x, &y});
 }
 
 Vector2D Vector2D::Reflect(const Vector2D& normal) const

@@ -2,7 +2,6 @@
 
 #include "utilities/Meta/Registration.h"
 
-#include "platform/Dialog.h"
 #include "engine/Math/Scalar.h"
 
 #include <algorithm>
@@ -15,35 +14,17 @@ namespace Math
 {
 bool Vector3D::IsNAN() const
 {
-    return std::isnan(x) || std::isnan(y) || std::isnan(z);
+    return AnyIsNaN({x, y, z});
 }
 
 void Vector3D::BreakOnNAN() const
 {
-    for (float component : {x, y, z})
-    {
-        if (std::isnan(component))
-        {
-            Platform::BreakIntoDebugger();
-            return;
-        }
-    }
+    BreakOnNaN({x, y, z});
 }
 
 void Vector3D::Normalize()
 {
-    const float lengthSquare = LengthSquare();
-    if (lengthSquare == 0.0f)
-        return;
-    const float length = std::sqrt(lengthSquare);
-    if (std::isinf(length))
-    {
-        x = y = z = std::numeric_limits<float>::quiet_NaN();
-        return;
-    }
-    x /= length;
-    y /= length;
-    z /= length;
+    NormalizeComponents({&x, &y, &z});
 }
 
 Point3D Vector3D::ToPoint() const

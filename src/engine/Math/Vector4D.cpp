@@ -2,7 +2,6 @@
 
 #include "utilities/Meta/Registration.h"
 
-#include "platform/Dialog.h"
 #include "engine/Math/Scalar.h"
 
 #include <algorithm>
@@ -15,36 +14,17 @@ namespace Math
 {
 bool Vector4D::IsNAN() const
 {
-    return std::isnan(x) || std::isnan(y) || std::isnan(z) || std::isnan(w);
+    return AnyIsNaN({x, y, z, w});
 }
 
 void Vector4D::BreakOnNAN() const
 {
-    for (float component : {x, y, z, w})
-    {
-        if (std::isnan(component))
-        {
-            Platform::BreakIntoDebugger();
-            return;
-        }
-    }
+    BreakOnNaN({x, y, z, w});
 }
 
 void Vector4D::Normalize()
 {
-    const float lengthSquare = LengthSquare();
-    if (lengthSquare == 0.0f)
-        return;
-    const float length = std::sqrt(lengthSquare);
-    if (std::isinf(length))
-    {
-        x = y = z = w = std::numeric_limits<float>::quiet_NaN();
-        return;
-    }
-    x /= length;
-    y /= length;
-    z /= length;
-    w /= length;
+    NormalizeComponents({&x, &y, &z, &w});
 }
 
 Point4D Vector4D::ToPoint() const
