@@ -8,6 +8,7 @@
 
 #include "utilities/Meta/Any.h"
 #include "utilities/Meta/DataInfo.h"
+#include "utilities/Meta/ValueTraits.h"
 
 #include <functional>
 
@@ -74,10 +75,7 @@ public:
     }
     bool Compare(const void* a, const void* b) const override
     {
-        if constexpr (requires(const M& x) { x == x; })
-            return Field(const_cast<void*>(a)) == Field(const_cast<void*>(b));
-        else
-            return false;
+        return ValuesEqual(Field(const_cast<void*>(a)), Field(const_cast<void*>(b)));
     }
     void SetFromOther(void* to, const void* from) const override { Set(to, &Field(const_cast<void*>(from))); }
 

@@ -2,7 +2,7 @@
 
 namespace Meta
 {
-std::string ReadOnlyProperty::ReadonlyMessage() const
+std::string Property::ReadonlyMessage() const
 {
     return "This property is readonly! \nProperty: " + m_Name + "\nClass: " + (m_Class ? m_Class->GetName() : "");
 }

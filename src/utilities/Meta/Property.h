@@ -40,17 +40,11 @@ public:
 
     // The class the property belongs to.
     Data* m_Class = nullptr;
-};
 
-// Equality of two values of one type, false where the type has no operator==.
-template <class V>
-bool ValuesEqual(const V& a, const V& b)
-{
-    if constexpr (requires { a == b; })
-        return a == b;
-    else
-        return false;
-}
+protected:
+    // The report of a write to a property that can't be written.
+    std::string ReadonlyMessage() const;
+};
 
 // The parts shared by the writable properties: comparison and copying through Get and Set.
 template <class V>
@@ -82,9 +76,6 @@ public:
     bool CanSet() const override { return false; }
     bool Compare(const void*, const void*) const override { return false; }
     void SetFromOther(void*, const void*) const override {}
-
-protected:
-    std::string ReadonlyMessage() const;
 };
 
 template <class C, class G, class S>
@@ -192,12 +183,11 @@ public:
         if (m_Setter)
             m_Setter(ValueTraits<S>::Unwrap(value));
         else
-            FATAL_ERROR("This property is readonly! \nProperty: " + this->m_Name + "\nClass: " + OwnerName());
+            FATAL_ERROR(this->ReadonlyMessage());
     }
     bool CanSet() const override { return m_Setter != nullptr; }
 
 private:
-    std::string OwnerName() const;
     Getter m_Getter;
     Setter m_Setter;
 };
@@ -222,10 +212,4 @@ class Property_class_newscript final : public Property_class_new<T>
 public:
     using Property_class_new<T>::Property_class_new;
 };
-
-template <class G, class S>
-std::string Property_static_class<G, S>::OwnerName() const
-{
-    return this->m_Class ? this->m_Class->GetName() : std::string();
-}
 }

@@ -10,6 +10,16 @@
 
 namespace Meta
 {
+// Equality of two values of one type, false where the type has no operator==.
+template <class V>
+bool ValuesEqual(const V& a, const V& b)
+{
+    if constexpr (requires { a == b; })
+        return a == b;
+    else
+        return false;
+}
+
 template <class T>
 struct ValueTraits
 {
