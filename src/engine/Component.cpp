@@ -2,6 +2,7 @@
 
 #include "engine/GameObject.h"
 #include "utilities/Meta/Registration.h"
+#include "utilities/Serialization/Serializer.h"
 
 #include <array>
 #include <string_view>
@@ -19,6 +20,29 @@ const std::string& Component::GetName() const
 unsigned Component::GetType() const
 {
     return GetMeta()->GetId();
+}
+
+void Component::Write(Util::Serializer& serializer, const std::string& name, const Component* other, bool force,
+                      bool forceEmpty) const
+{
+    serializer.Write(name, this, other, force, forceEmpty);
+}
+
+bool Component::Compare(const Component* other) const
+{
+    if (!other || other->GetMeta() != GetMeta())
+        return false;
+    const Meta::Data* root = Meta::Get<Component>();
+    for (const Meta::Data* type = GetMeta(); type && type != root; type = type->m_Parent)
+    {
+        for (const auto& [name, member] : type->m_Members.Items())
+            if (member->m_Serialize && !member->Compare(this, other))
+                return false;
+        for (const auto& [name, property] : type->m_Properties.Items())
+            if (property->m_Serialize && !property->Compare(this, other))
+                return false;
+    }
+    return true;
 }
 
 Engine::Space* Component::GetSpace() const

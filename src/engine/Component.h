@@ -14,6 +14,10 @@ namespace Meta
 {
 class Data;
 }
+namespace Util
+{
+class Serializer;
+}
 namespace Engine
 {
 class Space;
@@ -35,6 +39,11 @@ public:
     virtual const std::string& GetName() const;
     // Integer id of the component's type.
     virtual unsigned GetType() const;
+    // Writes the component's block under `name`: what differs from `other` (see Util::Serializer::Write).
+    virtual void Write(Util::Serializer& serializer, const std::string& name, const Component* other, bool force,
+                       bool forceEmpty) const;
+    // True if every saved member and property of the whole type chain equals that of `other`.
+    virtual bool Compare(const Component* other) const;
     virtual ~Component() = default;
     // Called before the destructor of a component that was initialized.
     virtual void Uninitialize() {}

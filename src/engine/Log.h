@@ -75,17 +75,21 @@ private:
 // Writes an entry with a category to the log.
 #define LOG(category, message) ::Engine::Log::Get().Entry((category), (message), VORN_FUNCTION, __FILE__, __LINE__)
 
-// Raises the error dialog for this site unless Ignore silenced it.
-#define VORN_REPORT_ERROR(fatal, message)                                                                  \
-    do                                                                                                     \
-    {                                                                                                      \
-        static bool* vornSite = ::Engine::Log::Get().NewSite();                                            \
-        if (*vornSite && ::Engine::ShowError((message), (fatal), VORN_FUNCTION, __FILE__, __LINE__) == 2) \
-            *vornSite = false;                                                                             \
+// Raises the error dialog for this site, naming `function`, unless Ignore silenced it.
+#define VORN_REPORT_ERROR_IN(fatal, function, message)                                                 \
+    do                                                                                                 \
+    {                                                                                                  \
+        static bool* vornSite = ::Engine::Log::Get().NewSite();                                        \
+        if (*vornSite && ::Engine::ShowError((message), (fatal), (function), __FILE__, __LINE__) == 2) \
+            *vornSite = false;                                                                         \
     } while (false)
+// Raises the error dialog for this site unless Ignore silenced it.
+#define VORN_REPORT_ERROR(fatal, message) VORN_REPORT_ERROR_IN(fatal, VORN_FUNCTION, message)
 
 // An error the developer must fix; the program goes on if they choose so.
 #define FATAL_ERROR(message) VORN_REPORT_ERROR(true, message)
+// A fatal error reported as raised in `function`, for helpers that report on behalf of a caller.
+#define FATAL_ERROR_IN(function, message) VORN_REPORT_ERROR_IN(true, function, message)
 // A lesser error; the program goes on if they choose so.
 #define ERROR_REPORT(message) VORN_REPORT_ERROR(false, message)
 // Raises a fatal error with `message` when `condition` holds.

@@ -22,6 +22,7 @@
 #include "sound/SoundSpace.h"
 #include "sound/SoundSystem.h"
 #include "utilities/Meta/Registration.h"
+#include "utilities/Serialization/Serializer.h"
 #include "utilities/lua/LuaSystem.h"
 #include "utilities/lua/VirtualSystem.h"
 
@@ -52,7 +53,7 @@ void AddStartupOptions(std::string& documentationFolder)
     });
     // Standard output already is the terminal here.
     Options::RegisterOption("Console", [](const char*) {});
-    Options::RegisterOption("RemoveFileErrors", [](const char*) { NotBuiltYet("RemoveFileErrors"); });
+    Options::RegisterOption("RemoveFileErrors", [](const char*) { Util::SetTolerantRead(true); });
     Options::RegisterOption("gendoc", [&documentationFolder](const char* value) {
         documentationFolder = value ? value : "";
         NotBuiltYet("gendoc");

@@ -5,6 +5,7 @@
 #include "utilities/Meta/Member.h"
 #include "utilities/Meta/Method.h"
 #include "utilities/Meta/Property.h"
+#include "utilities/Serialization/TextValue.h"
 
 #include <unordered_map>
 
@@ -38,7 +39,10 @@ template <class T>
 void Primitive(const char* name)
 {
     static DerivedClassInfo<T> info;
-    Get<T>()->Set(name, sizeof(T), &info, true);
+    Data* data = Get<T>();
+    data->Set(name, sizeof(T), &info, true);
+    data->m_WriteValue = Util::TextWriterOf<T>();
+    data->m_ReadValue = Util::TextReaderOf<T>();
 }
 
 void RegisterPrimitives()
@@ -153,6 +157,20 @@ bool Data::IsDerivedFrom(const Data* other) const
 void* Data::New() const
 {
     return m_Info ? m_Info->New() : nullptr;
+}
+
+void Data::WriteValue(Util::Serializer& serializer, const void* value) const
+{
+    if (m_WriteValue)
+        m_WriteValue(serializer, value);
+}
+
+void Data::ReadValue(Util::Serializer& serializer, void* value) const
+{
+    if (m_ReadValue)
+        m_ReadValue(serializer, value);
+    else
+        serializer.SkipValue();
 }
 
 Data* FindData(std::string_view name)

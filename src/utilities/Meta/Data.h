@@ -20,6 +20,11 @@
 #include <string_view>
 #include <vector>
 
+namespace Util
+{
+class Serializer;
+}
+
 namespace Meta
 {
 class Any;
@@ -37,6 +42,11 @@ struct Constructor
     // Makes an instance from fitting arguments (an empty Any when they don't fit).
     std::function<Any(std::vector<Any>& arguments)> m_Make;
 };
+
+// Writes a value of a type in the text format.
+using ValueWriter = void (*)(Util::Serializer& serializer, const void* value);
+// Reads a value of a type from the text format into place.
+using ValueReader = void (*)(Util::Serializer& serializer, void* value);
 
 class Data
 {
@@ -75,6 +85,10 @@ public:
     void* New() const;
     // True once Set has run.
     bool IsRegistered() const { return m_Info != nullptr; }
+    // Writes `value`, an instance of this type, in the text format; nothing where the type has no text form.
+    void WriteValue(Util::Serializer& serializer, const void* value) const;
+    // Reads an instance of this type into `value`; the value is skipped where the type has no text form.
+    void ReadValue(Util::Serializer& serializer, void* value) const;
 
     // Members of this class only, by name, in registration order.
     NamedList<Member> m_Members;
@@ -90,6 +104,10 @@ public:
     unsigned m_Size = 0;
     // Operations on instances.
     ClassInfo* m_Info = nullptr;
+    // The text writer of instances, or null.
+    ValueWriter m_WriteValue = nullptr;
+    // The text reader of instances, or null.
+    ValueReader m_ReadValue = nullptr;
     // True for the built-in value types.
     bool m_IsPrimitive = false;
     // True for enumerations.

@@ -9,6 +9,7 @@
 #include "utilities/Meta/Any.h"
 #include "utilities/Meta/DataInfo.h"
 #include "utilities/Meta/ValueTraits.h"
+#include "utilities/Serialization/TextValue.h"
 
 #include <functional>
 
@@ -28,6 +29,10 @@ public:
     virtual AnyRef Get(const void* object) const = 0;
     // Copies `value` (of the member's type) into the field.
     virtual void Set(void* object, const void* value) const = 0;
+    // Writes the member's line, name and value, if the member is saved.
+    virtual void Serialize(const void* object, Util::Serializer& serializer) const = 0;
+    // Reads the value into the field (a member not marked to be saved is reported, and read all the same).
+    virtual void Deserialize(void* object, Util::Serializer& serializer) const = 0;
     // Draws the editor control; true if changed.
     virtual bool DrawEditor(void* object) const { return false; }
     // True if the field is equal in both objects.
@@ -41,6 +46,8 @@ public:
 
     // Reports the use of a custom accessor.
     static void ReportCustomAccessor();
+    // Logs that a member not marked to be saved is being read.
+    void ReportUnsavedRead() const;
 
 protected:
     Getter m_Getter;
@@ -72,6 +79,33 @@ public:
             return;
         }
         Field(object) = *static_cast<const M*>(value);
+    }
+    void Serialize(const void* object, Util::Serializer& serializer) const override
+    {
+        if (!m_Serialize)
+            return;
+        serializer.WriteName(m_Name);
+        if constexpr (Util::kHasTextForm<M>)
+            Util::WriteValue(serializer, *static_cast<const M*>(Get(object).m_Value));
+        serializer.m_Stream << '\n';
+    }
+    void Deserialize(void* object, Util::Serializer& serializer) const override
+    {
+        if (!m_Serialize)
+            ReportUnsavedRead();
+        if constexpr (Util::kHasTextForm<M>)
+        {
+            if (m_Setter)
+            {
+                M value = *static_cast<const M*>(Get(object).m_Value);
+                Util::ReadValue(serializer, value);
+                Set(object, &value);
+            }
+            else
+                Util::ReadValue(serializer, Field(object));
+        }
+        else
+            serializer.SkipValue();
     }
     bool Compare(const void* a, const void* b) const override
     {

@@ -17,6 +17,7 @@
 #include "engine/Log.h"
 #include "utilities/Meta/DataInfo.h"
 #include "utilities/Meta/ValueTraits.h"
+#include "utilities/Serialization/TextValue.h"
 
 namespace Meta
 {
@@ -37,6 +38,10 @@ public:
     virtual bool Compare(const void* a, const void* b) const = 0;
     // Copies the value from one object to another; nothing for read-only properties.
     virtual void SetFromOther(void* to, const void* from) const = 0;
+    // Writes the property's line, name and value; nothing for read-only properties.
+    virtual void Serialize(const void* object, Util::Serializer& serializer) const = 0;
+    // Reads a value and hands it to the setter; nothing for read-only properties.
+    virtual void Deserialize(void* object, Util::Serializer& serializer) const = 0;
 
     // The class the property belongs to.
     Data* m_Class = nullptr;
@@ -46,8 +51,9 @@ protected:
     std::string ReadonlyMessage() const;
 };
 
-// The parts shared by the writable properties: comparison and copying through Get and Set.
-template <class V>
+// The parts shared by the writable properties: comparison, copying and the text
+// form, through Get and Set. V is the type the getter gives, In the type the setter takes.
+template <class V, class In>
 class WritableProperty : public Property
 {
 public:
@@ -66,7 +72,33 @@ public:
         const Any value = Get(from);
         Set(to, value.m_Value);
     }
+    void Serialize(const void* object, Util::Serializer& serializer) const override
+    {
+        if (!m_Serialize)
+            return;
+        const Any value = Get(object);
+        serializer.WriteName(m_Name);
+        if constexpr (Util::kHasTextForm<V>)
+            if (!value.IsEmpty())
+                Util::WriteValue(serializer, *static_cast<const V*>(value.m_Value));
+        serializer.m_Stream << '\n';
+    }
+    void Deserialize(void* object, Util::Serializer& serializer) const override
+    {
+        if constexpr (Util::kHasTextForm<In>)
+        {
+            In value{};
+            Util::ReadValue(serializer, value);
+            Set(object, &value);
+        }
+        else
+            serializer.SkipValue();
+    }
 };
+
+// The writable-property base that fits getter result G and setter argument S.
+template <class G, class S>
+using WritablePropertyOf = WritableProperty<typename ValueTraits<G>::Value, typename ValueTraits<S>::Value>;
 
 // The parts shared by the read-only properties.
 class ReadOnlyProperty : public Property
@@ -76,16 +108,18 @@ public:
     bool CanSet() const override { return false; }
     bool Compare(const void*, const void*) const override { return false; }
     void SetFromOther(void*, const void*) const override {}
+    void Serialize(const void*, Util::Serializer&) const override {}
+    void Deserialize(void*, Util::Serializer&) const override {}
 };
 
 template <class C, class G, class S>
-class Property_class final : public WritableProperty<typename ValueTraits<G>::Value>
+class Property_class final : public WritablePropertyOf<G, S>
 {
 public:
     using Getter = G (C::*)() const;
     using Setter = void (C::*)(S);
     Property_class(const std::string& name, Data* owner, Getter getter, Setter setter)
-        : WritableProperty<typename ValueTraits<G>::Value>(name, ValueTraits<G>::Type(), owner), m_Getter(getter),
+        : WritablePropertyOf<G, S>(name, ValueTraits<G>::Type(), owner), m_Getter(getter),
           m_Setter(setter)
     {
     }
@@ -104,13 +138,13 @@ private:
 };
 
 template <class C, class G, class S>
-class Property_class_func final : public WritableProperty<typename ValueTraits<G>::Value>
+class Property_class_func final : public WritablePropertyOf<G, S>
 {
 public:
     using Getter = G (*)(C*);
     using Setter = void (*)(C*, S);
     Property_class_func(const std::string& name, Data* owner, Getter getter, Setter setter)
-        : WritableProperty<typename ValueTraits<G>::Value>(name, ValueTraits<G>::Type(), owner), m_Getter(getter),
+        : WritablePropertyOf<G, S>(name, ValueTraits<G>::Type(), owner), m_Getter(getter),
           m_Setter(setter)
     {
     }
@@ -167,13 +201,13 @@ private:
 };
 
 template <class G, class S>
-class Property_static_class final : public WritableProperty<typename ValueTraits<G>::Value>
+class Property_static_class final : public WritablePropertyOf<G, S>
 {
 public:
     using Getter = G (*)();
     using Setter = void (*)(S);
     Property_static_class(const std::string& name, Data* owner, Getter getter, Setter setter)
-        : WritableProperty<typename ValueTraits<G>::Value>(name, ValueTraits<G>::Type(), owner), m_Getter(getter),
+        : WritablePropertyOf<G, S>(name, ValueTraits<G>::Type(), owner), m_Getter(getter),
           m_Setter(setter)
     {
     }

@@ -23,6 +23,7 @@
 #include "utilities/Meta/Member.h"
 #include "utilities/Meta/Method.h"
 #include "utilities/Meta/Property.h"
+#include "utilities/Serialization/TextValue.h"
 
 namespace Meta
 {
@@ -34,6 +35,8 @@ Data& Register(const char* name, const char* nameSpace)
     Data& data = *Get<T>();
     data.Set(name, sizeof(T), &info);
     data.m_Namespace = nameSpace;
+    data.m_WriteValue = Util::TextWriterOf<T>();
+    data.m_ReadValue = Util::TextReaderOf<T>();
     return data;
 }
 
@@ -45,6 +48,8 @@ Data& RegisterEnum(const char* name, const char* nameSpace, std::vector<EnumMeta
     Data& data = *Get<E>();
     data.Set(name, sizeof(E), &info, false, true);
     data.m_Namespace = nameSpace;
+    data.m_WriteValue = Util::TextWriterOf<E>();
+    data.m_ReadValue = Util::TextReaderOf<E>();
     EnumMeta::Register(name, std::move(values));
     return data;
 }

@@ -1,0 +1,208 @@
+#include "utilities/Serialization/Serializer.h"
+
+#include "engine/Component.h"
+#include "engine/Log.h"
+#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Member.h"
+#include "utilities/Meta/Property.h"
+
+#include <limits>
+#include <locale>
+#include <vector>
+
+namespace Util
+{
+namespace
+{
+bool g_TolerantRead = false;
+
+bool IsBlank(int c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+}
+
+void SetTolerantRead(bool tolerant)
+{
+    g_TolerantRead = tolerant;
+}
+
+bool IsTolerantRead()
+{
+    return g_TolerantRead;
+}
+
+Serializer::Serializer() : m_Stream(nullptr)
+{
+}
+
+void Serializer::Reset(std::streambuf* buffer, const std::string& name)
+{
+    m_Stream.rdbuf(buffer);
+    m_Stream.clear();
+    m_Stream.imbue(std::locale::classic());
+    m_Stream.flags(std::ios::dec | std::ios::skipws | std::ios::boolalpha);
+    m_Stream.precision(6);
+    m_Depth = 0;
+    m_FileName = name;
+}
+
+bool Serializer::OpenRead(const std::string& path)
+{
+    Close();
+    if (!m_File.open(path, std::ios::in))
+        return false;
+    Reset(&m_File, path);
+    return true;
+}
+
+bool Serializer::OpenWrite(const std::string& path)
+{
+    Close();
+    if (!m_File.open(path, std::ios::out | std::ios::trunc))
+        return false;
+    Reset(&m_File, path);
+    return true;
+}
+
+bool Serializer::OpenAppend(const std::string& path)
+{
+    Close();
+    if (!m_File.open(path, std::ios::out | std::ios::app))
+        return false;
+    Reset(&m_File, path);
+    return true;
+}
+
+void Serializer::OpenText(const std::string& text, const std::string& name)
+{
+    Close();
+    m_Text.str(text);
+    Reset(&m_Text, name);
+}
+
+std::string Serializer::GetText() const
+{
+    return m_Text.str();
+}
+
+void Serializer::Close()
+{
+    m_Stream.flush();
+    if (m_File.is_open())
+        m_File.close();
+    m_Stream.rdbuf(nullptr);
+    m_Depth = 0;
+    m_FileName.clear();
+}
+
+bool Serializer::IsOpen() const
+{
+    return m_Stream.rdbuf() != nullptr;
+}
+
+bool Serializer::ReadUntil(char c)
+{
+    bool slash = false;
+    for (int got = m_Stream.get(); got != std::char_traits<char>::eof(); got = m_Stream.get())
+    {
+        if (got == '/')
+        {
+            if (slash)
+                m_Stream.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
+            slash = !slash;
+            continue;
+        }
+        slash = false;
+        if (got == c)
+            return true;
+    }
+    return false;
+}
+
+bool Serializer::FindLine(const std::string& text)
+{
+    std::string token;
+    while (m_Stream >> token)
+    {
+        const std::size_t at = token.find(text);
+        if (at != std::string::npos)
+        {
+            PutBack(token.size() - at - text.size());
+            return true;
+        }
+    }
+    return false;
+}
+
+void Serializer::SkipValue()
+{
+    constexpr int kEnd = std::char_traits<char>::eof();
+    while (IsBlank(m_Stream.peek()))
+        m_Stream.get();
+    const int first = m_Stream.peek();
+    if (first == '{')
+    {
+        int nesting = 0;
+        for (int c = m_Stream.get(); c != kEnd; c = m_Stream.get())
+        {
+            nesting += (c == '{') - (c == '}');
+            if (nesting == 0)
+                return;
+        }
+    }
+    else if (first == '"')
+    {
+        m_Stream.get();
+        for (int c = m_Stream.get(); c != kEnd && c != '"'; c = m_Stream.get())
+        {
+        }
+    }
+    else
+    {
+        while (m_Stream.peek() != kEnd && !IsBlank(m_Stream.peek()))
+            m_Stream.get();
+    }
+}
+
+void Serializer::ReadStringHelper(std::string& text)
+{
+    constexpr int kEnd = std::char_traits<char>::eof();
+    text.clear();
+    for (int c = m_Stream.get();; c = m_Stream.get())
+    {
+        if (c == kEnd)
+            return;
+        if (c == '"')
+            break;
+        if (!IsBlank(c))
+            FATAL_ERROR("Missed \" (quotation) at beginning of string.\nFile:  " + m_FileName);
+    }
+    for (int c = m_Stream.get(); c != kEnd && c != '"'; c = m_Stream.get())
+        text += static_cast<char>(c);
+
+    std::size_t at = 0;
+    while ((at = text.find("\\n", at)) != std::string::npos)
+        text.replace(at, 2, 1, '\n');
+}
+
+void Serializer::WriteIndent()
+{
+    for (unsigned level = 0; level < m_Depth; ++level)
+        m_Stream << "  ";
+}
+
+void Serializer::WriteName(const std::string& name)
+{
+    WriteIndent();
+    m_Stream << name << ' ';
+}
+
+void Serializer::PutBack(std::size_t count)
+{
+    if (count == 0)
+        return;
+    m_Stream.clear(m_Stream.rdstate() & ~std::ios::eofbit);
+    m_Stream.seekg(-static_cast<std::streamoff>(count), std::ios::cur);
+}
+}
