@@ -5,6 +5,10 @@
 #   ./setup.sh          build the game into build/
 #   ./setup.sh test     build the sanitized test configuration into build-test/
 #                       and run every test
+#   ./setup.sh fuzz [seconds]
+#                       build the libFuzzer targets with clang into build-fuzz/
+#                       and fuzz the text reader (default 600 seconds); crashes
+#                       and hangs are written to build-fuzz/artifacts/
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -13,6 +17,9 @@ packages=(
   libsdl2-dev
   libgtest-dev libgmock-dev libbenchmark-dev
 )
+if [ "${1:-}" = fuzz ]; then
+  packages+=(clang libclang-rt-14-dev)
+fi
 
 missing=()
 for p in "${packages[@]}"; do
@@ -37,8 +44,19 @@ case "${1:-}" in
     cmake --build build-test -j "$jobs"
     ctest --test-dir build-test --output-on-failure -j "$jobs" --timeout 300
     ;;
+  fuzz)
+    seconds="${2:-600}"
+    cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
+      -DVORN_FUZZ=ON -DVORN_TESTS=OFF -DVORN_BENCH=OFF >/dev/null
+    cmake --build build-fuzz -j "$jobs" --target ReadObjectFuzz
+    mkdir -p fuzz-corpus/ReadObject build-fuzz/artifacts
+    # The reader must answer every input within a second; -timeout catches hangs.
+    ./build-fuzz/fuzz/ReadObjectFuzz fuzz-corpus/ReadObject fuzz/seeds/ReadObject \
+      -max_total_time="$seconds" -timeout=5 -rss_limit_mb=2048 -print_final_stats=1 \
+      -artifact_prefix=build-fuzz/artifacts/
+    ;;
   *)
-    echo "usage: ./setup.sh [test]" >&2
+    echo "usage: ./setup.sh [test | fuzz [seconds]]" >&2
     exit 2
     ;;
 esac

@@ -36,6 +36,11 @@ Serializer::Serializer() : m_Stream(nullptr)
 {
 }
 
+Serializer::~Serializer()
+{
+    Close();
+}
+
 void Serializer::Reset(std::streambuf* buffer, const std::string& name)
 {
     m_Stream.rdbuf(buffer);

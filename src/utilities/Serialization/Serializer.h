@@ -37,6 +37,8 @@ class Serializer
 {
 public:
     Serializer();
+    // Closes the file.
+    ~Serializer();
     Serializer(const Serializer&) = delete;
     Serializer& operator=(const Serializer&) = delete;
 

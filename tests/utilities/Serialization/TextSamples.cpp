@@ -1,6 +1,7 @@
 #include "utilities/Serialization/TextSamples.h"
 
 #include "utilities/Meta/Registration.h"
+#include "utilities/Serialization/Serializer.h"
 
 META_REGISTER_ENUM(SampleMode, {{"Opaque", 0}, {"Additive", 1}, {"Multiply", 2}});
 
@@ -77,4 +78,21 @@ Meta::Data* MoreForms::GetMeta() const
 Meta::Data* Unparented::GetMeta() const
 {
     return Meta::Get<Unparented>();
+}
+
+void ReadAndWriteBack(const std::string& input)
+{
+    if (input.empty())
+        return;
+    Util::SetTolerantRead((input[0] & 1) != 0);
+    Util::Serializer reader;
+    reader.OpenText(input.substr(1), "fuzz.txt");
+    MoreForms forms;
+    reader.ReadObject(forms.GetMeta(), &forms);
+
+    Util::Serializer writer;
+    writer.OpenText("");
+    const MoreForms reference;
+    forms.Write(writer, forms.GetName(), &reference, true, false);
+    Util::SetTolerantRead(false);
 }

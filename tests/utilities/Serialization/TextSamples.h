@@ -128,3 +128,7 @@ public:
 
     int m_Value = 0;
 };
+
+// Reads `input` into a MoreForms and writes the result back, as the reader's fuzz
+// target does: the first byte's low bit sets the tolerant-read flag, the rest is the text.
+void ReadAndWriteBack(const std::string& input);
