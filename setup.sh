@@ -14,7 +14,7 @@ cd "$(dirname "$0")"
 
 packages=(
   g++ cmake ninja-build pkg-config ccache
-  libsdl2-dev
+  libsdl2-dev libdw-dev
   libgtest-dev libgmock-dev libbenchmark-dev
 )
 if [ "${1:-}" = fuzz ]; then

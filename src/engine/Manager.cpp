@@ -4,6 +4,8 @@
 #include "engine/FrameRateController.h"
 #include "engine/GameStateManager.h"
 #include "engine/PerformanceData.h"
+#include "engine/Profiler.h"
+#include "engine/Settings.h"
 #include "engine/Space.h"
 #include "engine/SpaceManager.h"
 #include "engine/System.h"
@@ -30,9 +32,12 @@ void Manager::AddSystem(System* system)
 
 void Manager::Initialize()
 {
-    // Settings are loaded before and saved after this, once settings exist.
+    Settings& settings = Settings::Get();
+    settings.Load();
     for (System* system : m_Systems)
         system->Initialize();
+    // Saving at once writes the defaults on a first run and drops names no system knows.
+    settings.Save();
 }
 
 void Manager::RunFrame()
@@ -41,6 +46,7 @@ void Manager::RunFrame()
     PerformanceData& timers = PerformanceData::Get();
     for (System* system : m_Systems)
     {
+        PROFILE_SCOPE(system, system->GetMeta()->GetName().c_str());
         timers.Start(system->GetMeta()->GetName());
         system->Update(dt);
         timers.Stop();

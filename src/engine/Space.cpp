@@ -6,6 +6,7 @@
 #include "engine/GenericEvents.h"
 #include "engine/Log.h"
 #include "engine/PerformanceData.h"
+#include "engine/Profiler.h"
 #include "engine/System.h"
 #include "Graphics_Engine/GraphicsSpace.h"
 #include "sound/SoundSpace.h"
@@ -127,6 +128,7 @@ void Space::Update(float dt)
 
             for (std::size_t i = 0; i < m_Systems.size(); ++i)
             {
+                PROFILE_SCOPE(m_Systems[i], m_SystemTimerNames[i].c_str());
                 timers.Start(m_SystemTimerNames[i]);
                 m_Systems[i]->Update(dt);
                 timers.Stop();

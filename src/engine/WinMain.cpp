@@ -14,11 +14,13 @@
 #include "engine/Log.h"
 #include "engine/Manager.h"
 #include "engine/Options.h"
+#include "engine/Profiler.h"
 #include "engine/SpaceManager.h"
 #include "engine/Window.h"
 #include "input/Automation.h"
 #include "input/InputRecorder.h"
 #include "physics/PhysicsSystem.h"
+#include "platform/CrashHandler.h"
 #include "sound/SoundSpace.h"
 #include "sound/SoundSystem.h"
 #include "utilities/Meta/Registration.h"
@@ -26,6 +28,7 @@
 #include "utilities/lua/LuaSystem.h"
 #include "utilities/lua/VirtualSystem.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <ctime>
 #include <string>
@@ -43,6 +46,14 @@ void NotBuiltYet(const char* option)
     LOG("WARNING", std::string("Option --") + option + " is not available yet; it was ignored.");
 }
 
+// Crashes on purpose, so that tests can check the crash report; the report must name this function.
+[[gnu::noinline]] void CrashOnPurpose()
+{
+    LOG("Info", "Crashing on purpose (--CrashTest).");
+    volatile int* invalid = reinterpret_cast<volatile int*>(std::uintptr_t{16});
+    *invalid = 1;
+}
+
 void AddStartupOptions(std::string& documentationFolder)
 {
     using Engine::Options;
@@ -58,6 +69,9 @@ void AddStartupOptions(std::string& documentationFolder)
         documentationFolder = value ? value : "";
         NotBuiltYet("gendoc");
     });
+    Options::RegisterOption("profile", [](const char*) { Profiler::Get().SetEnabled(true); });
+    // For tests of the crash report only.
+    Options::RegisterOption("CrashTest", [](const char*) { CrashOnPurpose(); });
     Options::RegisterOption("frames", [](const char* value) {
         const int frames = value ? std::atoi(value) : 0;
         if (frames > 0)
@@ -114,12 +128,15 @@ int WinMain(const char* commandLine)
 {
     // Registration is complete: objects offer their components by type name.
     GameObject::RegisterComponentProperties();
-    // 1. The function profiler: not built yet.
+    // 1. The function profiler (it collects only with --profile).
+    Profiler& profiler = Profiler::Get();
     // 2. The option registry, published for the constructors below.
     Engine::Options options;
     // 3. The input recorder.
     InputRecorder::Get();
-    // 4. The crash report handler: not built yet. Seed the C random generator.
+    // 4. The crash report handler. Seed the C random generator.
+    const std::string dumpFolder = Util::GetDumpDirectory();
+    Platform::InstallCrashHandler([dumpFolder] { return dumpFolder + "MiniDump" + Util::TimeStamp() + ".dmp"; });
     std::srand(static_cast<unsigned>(std::time(nullptr)));
     // 5. The log.
     Engine::Log::Get().Open(Util::GetAppDataDirectory() + "GameLog.log");
@@ -148,7 +165,7 @@ int WinMain(const char* commandLine)
     // 13. The GUI's display size; the GUI itself and its "imgui.ini" are not built yet.
     GuiInput::Get().m_DisplayWidth = window.GetLogicalWidth();
     GuiInput::Get().m_DisplayHeight = window.GetLogicalHeight();
-    // 14. Every system's Initialize (settings are not built yet: nothing is loaded or saved around it).
+    // 14. Settings are loaded, every system's Initialize runs, settings are saved.
     manager.Initialize();
     // 15. Archetype files: not built yet.
     // 16. Rooms: not built yet.
@@ -168,6 +185,8 @@ int WinMain(const char* commandLine)
     window.DestroyNativeWindow();
     Engine::ArchetypeManager::Get().Clear();
     Engine::Log::Get().Close();
+    if (profiler.HasData())
+        profiler.WriteReport("ProfileResults.csv");
     options.Clear();
     return 0;
 }

@@ -28,12 +28,13 @@ protected:
     }
     void TearDown() override { std::filesystem::remove_all(m_AppData); }
 
-    // Starts the game with `arguments`, headless, writing into a fresh application data folder.
-    GameRun RunGame(const std::string& arguments)
+    // Starts the game with `arguments`, headless, writing into a fresh application data folder;
+    // error dialogs get `answer`.
+    GameRun RunGame(const std::string& arguments, const std::string& answer = "abort")
     {
         const std::string command = "cd \"" + std::filesystem::path(VORN_GAME_PATH).parent_path().string() +
-                                    "\" && SDL_VIDEODRIVER=offscreen SDL_AUDIODRIVER=dummy VORN_DIALOG_ANSWER=abort "
-                                    "VORN_APPDATA_DIR=\"" +
+                                    "\" && SDL_VIDEODRIVER=offscreen SDL_AUDIODRIVER=dummy VORN_DIALOG_ANSWER=" +
+                                    answer + " VORN_APPDATA_DIR=\"" +
                                     m_AppData.string() + "\" \"" VORN_GAME_PATH "\" " + arguments + " 2>&1";
         GameRun run;
         FILE* pipe = popen(command.c_str(), "r");
@@ -47,9 +48,11 @@ protected:
         return run;
     }
 
-    std::string ReadLog() const
+    std::string ReadLog() const { return ReadFile(m_AppData / "GameLog.log"); }
+
+    static std::string ReadFile(const std::filesystem::path& path)
     {
-        std::ifstream in(m_AppData / "GameLog.log");
+        std::ifstream in(path);
         std::stringstream text;
         text << in.rdbuf();
         return text.str();
@@ -82,4 +85,57 @@ TEST_F(GameEndToEndTest, MissingDataDirectoryIsReportedAndTheGameRunsOn)
     const std::string log = ReadLog();
     EXPECT_NE(log.find("Data directory not found: \"/no/such/data/dir/\""), std::string::npos) << log;
     EXPECT_NE(log.find("Frames run: 4\n"), std::string::npos) << log;
+}
+
+TEST_F(GameEndToEndTest, FirstRunWritesTheSettingsFileWithDefaults)
+{
+    const GameRun run = RunGame("--frames=02 --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    const std::string settings = ReadFile(m_AppData / "Settings.txt");
+    EXPECT_NE(settings.find("  MusicVolume 0.4\n"), std::string::npos) << settings;
+    EXPECT_NE(settings.find("  EffectsMute false\n"), std::string::npos) << settings;
+}
+
+TEST_F(GameEndToEndTest, BrokenSettingsFileRunsWithDefaultsAndIsRewrittenWithoutUnknownNames)
+{
+    std::filesystem::create_directories(m_AppData);
+    std::ofstream(m_AppData / "Settings.txt") << "{\n  Ghost 7\n  OldBlock\n  {\n    Size 3\n  }\n"
+                                                 "  MusicVolume 0.25\n  EffectsVolume loud\n  MusicMute true\n}\n";
+    const GameRun run = RunGame("--frames=03 --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"", "ignore");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_NE(run.output.find("Failed to read member.  Make sure to define all members for the member.\nMember: "
+                              "EffectsVolume"),
+              std::string::npos)
+        << run.output;
+    EXPECT_NE(ReadLog().find("Frames run: 3\n"), std::string::npos);
+    const std::string settings = ReadFile(m_AppData / "Settings.txt");
+    EXPECT_EQ(settings, "{\n  MusicVolume 0.25\n  EffectsVolume 0.6\n  MusicMute false\n  EffectsMute false\n}\n");
+}
+
+TEST_F(GameEndToEndTest, CrashWritesAReportThatNamesTheCrashingFunction)
+{
+    const GameRun run = RunGame("--CrashTest --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"");
+    EXPECT_NE(run.exitCode, 0) << run.output;
+    std::string report;
+    for (const auto& entry : std::filesystem::directory_iterator(m_AppData / "MiniDumps"))
+        if (entry.path().filename().string().rfind("MiniDump--", 0) == 0 && entry.path().extension() == ".dmp")
+            report = ReadFile(entry.path());
+    ASSERT_FALSE(report.empty()) << run.output;
+    EXPECT_NE(report.find("SIGSEGV"), std::string::npos) << report;
+    EXPECT_NE(report.find("Address: 0x10"), std::string::npos) << report;
+    EXPECT_NE(report.find("CrashOnPurpose"), std::string::npos) << report;
+}
+
+TEST_F(GameEndToEndTest, ProfiledRunWritesTheProfileReport)
+{
+    const std::filesystem::path report =
+        std::filesystem::path(VORN_GAME_PATH).parent_path() / "ProfileResults.csv";
+    std::filesystem::remove(report);
+    const GameRun run = RunGame("--profile --frames=05 --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    const std::string text = ReadFile(report);
+    std::filesystem::remove(report);
+    EXPECT_EQ(text.rfind("sep=;\nFile;Function;Average Exclusive Time;", 0), 0u) << text;
+    EXPECT_NE(text.find(";SpaceManager;"), std::string::npos) << text;
+    EXPECT_NE(text.find(";5\n"), std::string::npos) << text;
 }

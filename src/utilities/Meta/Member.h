@@ -31,7 +31,8 @@ public:
     virtual void Set(void* object, const void* value) const = 0;
     // Writes the member's line, name and value, if the member is saved.
     virtual void Serialize(const void* object, Util::Serializer& serializer) const = 0;
-    // Reads the value into the field (a member not marked to be saved is reported, and read all the same).
+    // Reads the value and sets the field; a value that fails to read leaves the field as it was.
+    // A member not marked to be saved is reported, and read all the same.
     virtual void Deserialize(void* object, Util::Serializer& serializer) const = 0;
     // Draws the editor control; true if changed.
     virtual bool DrawEditor(void* object) const { return false; }
@@ -93,17 +94,16 @@ public:
     {
         if (!m_Serialize)
             ReportUnsavedRead();
-        if constexpr (Util::kHasTextForm<M>)
+        if constexpr (Util::kHasTextForm<M> && std::is_copy_constructible_v<M>)
         {
-            if (m_Setter)
-            {
-                M value = *static_cast<const M*>(Get(object).m_Value);
-                Util::ReadValue(serializer, value);
+            // Read into a copy, so that a value that fails to read leaves the field as it was.
+            M value = *static_cast<const M*>(Get(object).m_Value);
+            Util::ReadValue(serializer, value);
+            if (!serializer.Failed())
                 Set(object, &value);
-            }
-            else
-                Util::ReadValue(serializer, Field(object));
         }
+        else if constexpr (Util::kHasTextForm<M>)
+            Util::ReadValue(serializer, Field(object));
         else
             serializer.SkipValue();
     }

@@ -40,7 +40,7 @@ public:
     virtual void SetFromOther(void* to, const void* from) const = 0;
     // Writes the property's line, name and value; nothing for read-only properties.
     virtual void Serialize(const void* object, Util::Serializer& serializer) const = 0;
-    // Reads a value and hands it to the setter; nothing for read-only properties.
+    // Reads a value and hands it to the setter, unless it failed to read; nothing for read-only properties.
     virtual void Deserialize(void* object, Util::Serializer& serializer) const = 0;
 
     // The class the property belongs to.
@@ -89,7 +89,8 @@ public:
         {
             In value{};
             Util::ReadValue(serializer, value);
-            Set(object, &value);
+            if (!serializer.Failed())
+                Set(object, &value);
         }
         else
             serializer.SkipValue();

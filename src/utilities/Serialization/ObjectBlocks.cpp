@@ -61,7 +61,8 @@ bool Serializer::ReadObject(const Meta::Data* type, void* object)
             continue;
         }
         ReadNamedValue(*this, type, object, token);
-        if (m_Stream.fail())
+        // A value cut short by the end of the input ends the block quietly.
+        if (m_Stream.fail() && !m_Stream.eof())
         {
             FATAL_ERROR("Failed to read member.  Make sure to define all members for the member.\nMember: " + token +
                         "\nFile:  " + m_FileName);

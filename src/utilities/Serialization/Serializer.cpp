@@ -1,6 +1,7 @@
 #include "utilities/Serialization/Serializer.h"
 
 #include "engine/Component.h"
+#include "engine/FileWatcher.h"
 #include "engine/Log.h"
 #include "utilities/Meta/Data.h"
 #include "utilities/Meta/Member.h"
@@ -67,6 +68,7 @@ bool Serializer::OpenWrite(const std::string& path)
     if (!m_File.open(path, std::ios::out | std::ios::trunc))
         return false;
     Reset(&m_File, path);
+    m_Writing = true;
     return true;
 }
 
@@ -76,6 +78,7 @@ bool Serializer::OpenAppend(const std::string& path)
     if (!m_File.open(path, std::ios::out | std::ios::app))
         return false;
     Reset(&m_File, path);
+    m_Writing = true;
     return true;
 }
 
@@ -93,6 +96,17 @@ std::string Serializer::GetText() const
 
 void Serializer::Close()
 {
+    if (m_Writing)
+    {
+        // The file's last bytes land under the watcher's lock, and the write is
+        // noted before the watcher can see it: the engine's own save never reloads.
+        FileWatcher& watcher = FileWatcher::Get();
+        std::lock_guard<std::recursive_mutex> lock(watcher.GetMutex());
+        m_Stream.flush();
+        m_File.close();
+        watcher.NoteOwnWrite(m_FileName);
+        m_Writing = false;
+    }
     m_Stream.flush();
     if (m_File.is_open())
         m_File.close();

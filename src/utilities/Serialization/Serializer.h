@@ -95,5 +95,6 @@ private:
 
     std::filebuf m_File;
     std::stringbuf m_Text;
+    bool m_Writing = false;
 };
 }

@@ -166,8 +166,11 @@ bool BeginContainer(Serializer& serializer)
 
 bool NextElement(Serializer& serializer, const char* function, const char* message)
 {
-    for (int c = serializer.m_Stream.get(); c != std::char_traits<char>::eof(); c = serializer.m_Stream.get())
+    // Looking for the end first lets it end the container without failing the read.
+    std::iostream& in = serializer.m_Stream;
+    while (!in.eof() && in.peek() != std::char_traits<char>::eof())
     {
+        const int c = in.get();
         if (c == '}')
             return false;
         if (c == ',')

@@ -242,8 +242,33 @@ TEST(ObjectBlocksTest, NumberWhereAStringBelongsIsReportedAndReadingStops)
     AllForms forms;
     ReadInto(forms, "{\n  Text 42\n  Int 4\n}");
     EXPECT_EQ(forms.m_Int, 0);
+    EXPECT_EQ(forms.m_Text, "");
     EXPECT_TRUE(reports.Holds("Missed \" (quotation) at beginning of string."));
-    EXPECT_TRUE(reports.Holds("Failed to read member."));
+}
+
+TEST(ObjectBlocksTest, ValueCutShortByTheEndOfTheFileIsNotSet)
+{
+    AllForms forms;
+    forms.m_Text = "kept";
+    forms.m_Vector3 = Math::Vector3D(1, 1, 1);
+    ReadInto(forms, "{\n  Int 7\n  Text \"never closed");
+    EXPECT_EQ(forms.m_Int, 7);
+    EXPECT_EQ(forms.m_Text, "kept");
+    ReadInto(forms, "{\n  Vector3 { 4 5");
+    EXPECT_EQ(forms.m_Vector3, Math::Vector3D(1, 1, 1));
+}
+
+TEST(ObjectBlocksTest, ValueThatFailsToReadLeavesTheMemberAsItWas)
+{
+    ReportCapture reports;
+    AllForms forms;
+    forms.m_Sizes = {9};
+    forms.m_Radius = 3.0f;
+    ReadInto(forms, "{\n  Sizes { 1, 2, x }\n}");
+    EXPECT_EQ(forms.m_Sizes, std::vector<int>{9});
+    ReadInto(forms, "{\n  Radius wide\n}");
+    EXPECT_FLOAT_EQ(forms.m_Radius, 3.0f);
+    EXPECT_EQ(forms.m_RadiusSets, 0);
 }
 
 TEST(ObjectBlocksTest, TruncatedFileEndsTheBlockQuietly)
