@@ -36,230 +36,199 @@ struct Recorder
     std::vector<std::string> paths;
     std::vector<std::thread::id> threads;
 };
+
+// A watcher of its own and a temporary folder for each test.
+class FileWatcherTest : public ::testing::Test
+{
+protected:
+    // Writes a file and watches it with the recorder, taken in by an Update; gives its path.
+    std::string WatchNew(const std::string& name)
+    {
+        const std::string path = m_Temp.Write(name, "1");
+        m_Watcher.Add(path, false, &m_Recorder, m_Recorder.Callback());
+        m_Watcher.Update(0.016f);
+        return path;
+    }
+    // One round of the thread, then one frame's delivery.
+    void PollAndUpdate()
+    {
+        m_Watcher.Poll();
+        m_Watcher.Update(0.016f);
+    }
+
+    TempFolder m_Temp;
+    FileWatcher m_Watcher;
+    Recorder m_Recorder;
+};
 }
 
-TEST(FileWatcherTest, ImmediateAddCallsTheCallbackAtOnce)
+TEST_F(FileWatcherTest, ImmediateAddCallsTheCallbackAtOnce)
 {
-    TempFolder temp;
-    const std::string path = temp.Write("a.txt", "1");
-    FileWatcher watcher;
-    Recorder recorder;
-    watcher.Add(path, true, &recorder, recorder.Callback());
-    EXPECT_EQ(recorder.paths, std::vector<std::string>{path});
-    watcher.Add(path, false, &recorder, recorder.Callback());
-    EXPECT_EQ(recorder.paths.size(), 1u);
+    const std::string path = m_Temp.Write("a.txt", "1");
+    m_Watcher.Add(path, true, &m_Recorder, m_Recorder.Callback());
+    EXPECT_EQ(m_Recorder.paths, std::vector<std::string>{path});
+    m_Watcher.Add(path, false, &m_Recorder, m_Recorder.Callback());
+    EXPECT_EQ(m_Recorder.paths.size(), 1u);
 }
 
-TEST(FileWatcherTest, AddedWatchesCountFromTheNextUpdate)
+TEST_F(FileWatcherTest, AddedWatchesCountFromTheNextUpdate)
 {
-    TempFolder temp;
-    FileWatcher watcher;
-    Recorder recorder;
-    watcher.Add(temp.Write("a.txt", "1"), false, &recorder, recorder.Callback());
-    EXPECT_EQ(watcher.CountWatched(), 0u);
-    watcher.Update(0.016f);
-    EXPECT_EQ(watcher.CountWatched(), 1u);
+    m_Watcher.Add(m_Temp.Write("a.txt", "1"), false, &m_Recorder, m_Recorder.Callback());
+    EXPECT_EQ(m_Watcher.CountWatched(), 0u);
+    m_Watcher.Update(0.016f);
+    EXPECT_EQ(m_Watcher.CountWatched(), 1u);
 }
 
-TEST(FileWatcherTest, ChangedFileIsDeliveredOnceInUpdate)
+TEST_F(FileWatcherTest, ChangedFileIsDeliveredOnceInUpdate)
 {
-    TempFolder temp;
-    const std::string path = temp.Write("a.txt", "1");
-    FileWatcher watcher;
-    Recorder recorder;
-    watcher.Add(path, false, &recorder, recorder.Callback());
-    watcher.Update(0.016f);
-    watcher.Poll();
-    watcher.Update(0.016f);
-    EXPECT_TRUE(recorder.paths.empty());
+    const std::string path = WatchNew("a.txt");
+    PollAndUpdate();
+    EXPECT_TRUE(m_Recorder.paths.empty());
 
     Touch(path, 5);
-    watcher.Poll();
-    EXPECT_TRUE(recorder.paths.empty());
-    watcher.Update(0.016f);
-    EXPECT_EQ(recorder.paths, std::vector<std::string>{path});
-    EXPECT_EQ(recorder.threads.front(), std::this_thread::get_id());
-    watcher.Poll();
-    watcher.Update(0.016f);
-    EXPECT_EQ(recorder.paths.size(), 1u);
+    m_Watcher.Poll();
+    EXPECT_TRUE(m_Recorder.paths.empty());
+    m_Watcher.Update(0.016f);
+    EXPECT_EQ(m_Recorder.paths, std::vector<std::string>{path});
+    EXPECT_EQ(m_Recorder.threads.front(), std::this_thread::get_id());
+    PollAndUpdate();
+    EXPECT_EQ(m_Recorder.paths.size(), 1u);
 }
 
-TEST(FileWatcherTest, ChangeOnDiskReachesTheMainThreadWithinTwoSeconds)
+TEST_F(FileWatcherTest, ChangeOnDiskReachesTheMainThreadWithinTwoSeconds)
 {
-    TempFolder temp;
-    const std::string path = temp.Write("a.txt", "1");
-    FileWatcher watcher;
-    Recorder recorder;
-    watcher.Add(path, false, &recorder, recorder.Callback());
-    watcher.Update(0.016f);
+    const std::string path = WatchNew("a.txt");
     std::ofstream(path, std::ios::trunc) << "changed";
     Touch(path, 3);
     const auto start = std::chrono::steady_clock::now();
-    while (recorder.paths.empty() && std::chrono::steady_clock::now() - start < 3s)
+    while (m_Recorder.paths.empty() && std::chrono::steady_clock::now() - start < 3s)
     {
-        watcher.Update(0.016f);
+        m_Watcher.Update(0.016f);
         std::this_thread::sleep_for(10ms);
     }
     const auto waited = std::chrono::steady_clock::now() - start;
-    ASSERT_EQ(recorder.paths, std::vector<std::string>{path});
-    EXPECT_EQ(recorder.threads.front(), std::this_thread::get_id());
+    ASSERT_EQ(m_Recorder.paths, std::vector<std::string>{path});
+    EXPECT_EQ(m_Recorder.threads.front(), std::this_thread::get_id());
     EXPECT_LT(waited, 2500ms);
 }
 
-TEST(FileWatcherTest, TwoQuickWritesInTheSameSecondCountAsOneChange)
+TEST_F(FileWatcherTest, TwoQuickWritesInTheSameSecondCountAsOneChange)
 {
-    TempFolder temp;
-    const std::string path = temp.Write("a.txt", "1");
-    FileWatcher watcher;
-    Recorder recorder;
-    watcher.Add(path, false, &recorder, recorder.Callback());
-    watcher.Update(0.016f);
+    const std::string path = WatchNew("a.txt");
     std::ofstream(path, std::ios::trunc) << "first";
     Touch(path, 10, 100ms);
-    watcher.Poll();
+    m_Watcher.Poll();
     std::ofstream(path, std::ios::trunc) << "second";
     Touch(path, 10, 600ms);
-    watcher.Poll();
-    watcher.Update(0.016f);
-    watcher.Poll();
-    watcher.Update(0.016f);
-    EXPECT_EQ(recorder.paths.size(), 1u);
+    PollAndUpdate();
+    PollAndUpdate();
+    EXPECT_EQ(m_Recorder.paths.size(), 1u);
 }
 
-TEST(FileWatcherTest, RemovedFileReadsAsAChangeAndTheCallbackCopes)
+TEST_F(FileWatcherTest, RemovedFileReadsAsAChangeAndTheCallbackCopes)
 {
-    TempFolder temp;
-    const std::string path = temp.Write("a.txt", "1");
-    FileWatcher watcher;
+    const std::string path = m_Temp.Write("a.txt", "1");
     bool opened = true;
     int calls = 0;
-    watcher.Add(path, false, &calls, [&](const std::string& file) {
+    m_Watcher.Add(path, false, &calls, [&](const std::string& file) {
         ++calls;
         opened = std::ifstream(file).is_open();
     });
-    watcher.Update(0.016f);
+    m_Watcher.Update(0.016f);
     std::filesystem::remove(path);
-    watcher.Poll();
-    watcher.Update(0.016f);
+    PollAndUpdate();
     EXPECT_EQ(calls, 1);
     EXPECT_FALSE(opened);
 }
 
-TEST(FileWatcherTest, SavingWithTheEnginesOwnWriterDoesNotBringAReload)
+TEST_F(FileWatcherTest, SavingWithTheEnginesOwnWriterDoesNotBringAReload)
 {
-    TempFolder temp;
-    const std::string path = temp.Write("Settings.txt", "{\n}\n");
+    // The engine's writer notes its writes with the game's watcher.
+    const std::string path = m_Temp.Write("Settings.txt", "{\n}\n");
     FileWatcher& watcher = FileWatcher::Get();
-    Recorder recorder;
-    watcher.Add(path, false, &recorder, recorder.Callback());
+    watcher.Add(path, false, &m_Recorder, m_Recorder.Callback());
     watcher.Update(0.016f);
     {
         Util::Serializer file;
         ASSERT_TRUE(file.OpenWrite(path));
-        // A second later in file time, as a save in the next second would be.
         file.m_Stream << "{\n  Saved true\n}\n";
         file.m_Stream.flush();
+        // A later second in file time, as a save a moment later would have.
         Touch(path, 7);
     }
     watcher.Poll();
     watcher.Update(0.016f);
-    EXPECT_TRUE(recorder.paths.empty());
-    watcher.Remove(&recorder);
+    EXPECT_TRUE(m_Recorder.paths.empty());
+    watcher.Remove(&m_Recorder);
     watcher.Update(0.016f);
 }
 
-TEST(FileWatcherTest, NoteOwnWriteClearsAChangeAlreadySeen)
+TEST_F(FileWatcherTest, NoteOwnWriteClearsAChangeAlreadySeen)
 {
-    TempFolder temp;
-    const std::string path = temp.Write("a.txt", "1");
-    FileWatcher watcher;
-    Recorder recorder;
-    watcher.Add(path, false, &recorder, recorder.Callback());
-    watcher.Update(0.016f);
+    const std::string path = WatchNew("a.txt");
     Touch(path, 4);
-    watcher.Poll();
-    watcher.NoteOwnWrite(path);
-    watcher.Update(0.016f);
-    EXPECT_TRUE(recorder.paths.empty());
+    m_Watcher.Poll();
+    m_Watcher.NoteOwnWrite(path);
+    m_Watcher.Update(0.016f);
+    EXPECT_TRUE(m_Recorder.paths.empty());
 }
 
-TEST(FileWatcherTest, RemoveEndsEveryWatchOfTheKey)
+TEST_F(FileWatcherTest, RemoveEndsEveryWatchOfTheKey)
 {
-    TempFolder temp;
-    const std::string first = temp.Write("a.txt", "1");
-    const std::string second = temp.Write("b.txt", "1");
-    FileWatcher watcher;
-    Recorder mine;
+    const std::string first = WatchNew("a.txt");
+    const std::string second = m_Temp.Write("b.txt", "1");
     Recorder other;
-    watcher.Add(first, false, &mine, mine.Callback());
-    watcher.Add(second, false, &mine, mine.Callback());
-    watcher.Add(second, false, &other, other.Callback());
-    watcher.Update(0.016f);
-    watcher.Remove(&mine);
-    watcher.Update(0.016f);
-    EXPECT_EQ(watcher.CountWatched(), 1u);
+    m_Watcher.Add(second, false, &m_Recorder, m_Recorder.Callback());
+    m_Watcher.Add(second, false, &other, other.Callback());
+    m_Watcher.Update(0.016f);
+    m_Watcher.Remove(&m_Recorder);
+    m_Watcher.Update(0.016f);
+    EXPECT_EQ(m_Watcher.CountWatched(), 1u);
     Touch(first, 5);
     Touch(second, 5);
-    watcher.Poll();
-    watcher.Update(0.016f);
-    EXPECT_TRUE(mine.paths.empty());
+    PollAndUpdate();
+    EXPECT_TRUE(m_Recorder.paths.empty());
     EXPECT_EQ(other.paths, std::vector<std::string>{second});
 }
 
-TEST(FileWatcherTest, ChangePathFollowsARenamedFile)
+TEST_F(FileWatcherTest, ChangePathFollowsARenamedFile)
 {
-    TempFolder temp;
-    const std::string old = temp.Write("old.txt", "1");
-    const std::string renamed = temp.Path() + "new.txt";
-    FileWatcher watcher;
-    Recorder recorder;
-    watcher.Add(old, false, &recorder, recorder.Callback());
-    watcher.Update(0.016f);
+    const std::string old = WatchNew("old.txt");
+    const std::string renamed = m_Temp.Path() + "new.txt";
     std::filesystem::rename(old, renamed);
-    watcher.ChangePath(old, renamed);
-    watcher.Poll();
-    watcher.Update(0.016f);
-    EXPECT_TRUE(recorder.paths.empty());
+    m_Watcher.ChangePath(old, renamed);
+    PollAndUpdate();
+    EXPECT_TRUE(m_Recorder.paths.empty());
     Touch(renamed, 5);
-    watcher.Poll();
-    watcher.Update(0.016f);
-    EXPECT_EQ(recorder.paths, std::vector<std::string>{renamed});
+    PollAndUpdate();
+    EXPECT_EQ(m_Recorder.paths, std::vector<std::string>{renamed});
 }
 
-TEST(FileWatcherTest, HeldChangeWaitsUntilReleased)
+TEST_F(FileWatcherTest, HeldChangeWaitsUntilReleased)
 {
-    TempFolder temp;
-    const std::string path = temp.Write("a.txt", "1");
-    FileWatcher watcher;
-    Recorder recorder;
-    watcher.Add(path, false, &recorder, recorder.Callback());
-    watcher.Update(0.016f);
-    watcher.SetHeld(path, true);
+    const std::string path = WatchNew("a.txt");
+    m_Watcher.SetHeld(path, true);
     Touch(path, 5);
-    watcher.Poll();
-    watcher.Update(0.016f);
-    EXPECT_TRUE(recorder.paths.empty());
-    watcher.SetHeld(path, false);
-    watcher.Update(0.016f);
-    EXPECT_EQ(recorder.paths.size(), 1u);
+    PollAndUpdate();
+    EXPECT_TRUE(m_Recorder.paths.empty());
+    m_Watcher.SetHeld(path, false);
+    m_Watcher.Update(0.016f);
+    EXPECT_EQ(m_Recorder.paths.size(), 1u);
 }
 
-TEST(FileWatcherTest, CallbackMayAddWatches)
+TEST_F(FileWatcherTest, CallbackMayAddWatches)
 {
-    TempFolder temp;
-    const std::string path = temp.Write("a.txt", "1");
-    const std::string other = temp.Write("b.txt", "1");
-    FileWatcher watcher;
+    const std::string path = m_Temp.Write("a.txt", "1");
+    const std::string other = m_Temp.Write("b.txt", "1");
     int calls = 0;
-    watcher.Add(path, false, &calls, [&](const std::string&) {
+    m_Watcher.Add(path, false, &calls, [&](const std::string&) {
         ++calls;
-        watcher.Add(other, false, &calls, [](const std::string&) {});
+        m_Watcher.Add(other, false, &calls, [](const std::string&) {});
     });
-    watcher.Update(0.016f);
+    m_Watcher.Update(0.016f);
     Touch(path, 5);
-    watcher.Poll();
-    watcher.Update(0.016f);
+    PollAndUpdate();
     EXPECT_EQ(calls, 1);
-    watcher.Update(0.016f);
-    EXPECT_EQ(watcher.CountWatched(), 2u);
+    m_Watcher.Update(0.016f);
+    EXPECT_EQ(m_Watcher.CountWatched(), 2u);
 }

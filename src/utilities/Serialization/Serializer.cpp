@@ -53,33 +53,29 @@ void Serializer::Reset(std::streambuf* buffer, const std::string& name)
     m_FileName = name;
 }
 
-bool Serializer::OpenRead(const std::string& path)
+bool Serializer::OpenFile(const std::string& path, std::ios::openmode mode)
 {
     Close();
-    if (!m_File.open(path, std::ios::in))
+    if (!m_File.open(path, mode))
         return false;
     Reset(&m_File, path);
+    m_Writing = (mode & std::ios::out) != 0;
     return true;
+}
+
+bool Serializer::OpenRead(const std::string& path)
+{
+    return OpenFile(path, std::ios::in);
 }
 
 bool Serializer::OpenWrite(const std::string& path)
 {
-    Close();
-    if (!m_File.open(path, std::ios::out | std::ios::trunc))
-        return false;
-    Reset(&m_File, path);
-    m_Writing = true;
-    return true;
+    return OpenFile(path, std::ios::out | std::ios::trunc);
 }
 
 bool Serializer::OpenAppend(const std::string& path)
 {
-    Close();
-    if (!m_File.open(path, std::ios::out | std::ios::app))
-        return false;
-    Reset(&m_File, path);
-    m_Writing = true;
-    return true;
+    return OpenFile(path, std::ios::out | std::ios::app);
 }
 
 void Serializer::OpenText(const std::string& text, const std::string& name)

@@ -92,6 +92,7 @@ public:
 
 private:
     void Reset(std::streambuf* buffer, const std::string& name);
+    bool OpenFile(const std::string& path, std::ios::openmode mode);
 
     std::filebuf m_File;
     std::stringbuf m_Text;
