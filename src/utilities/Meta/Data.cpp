@@ -41,8 +41,7 @@ void Primitive(const char* name)
     static DerivedClassInfo<T> info;
     Data* data = Get<T>();
     data->Set(name, sizeof(T), &info, true);
-    data->m_WriteValue = Util::TextWriterOf<T>();
-    data->m_ReadValue = Util::TextReaderOf<T>();
+    Util::SetTextForm<T>(*data);
 }
 
 void RegisterPrimitives()

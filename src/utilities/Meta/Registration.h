@@ -35,8 +35,7 @@ Data& Register(const char* name, const char* nameSpace)
     Data& data = *Get<T>();
     data.Set(name, sizeof(T), &info);
     data.m_Namespace = nameSpace;
-    data.m_WriteValue = Util::TextWriterOf<T>();
-    data.m_ReadValue = Util::TextReaderOf<T>();
+    Util::SetTextForm<T>(data);
     return data;
 }
 
@@ -48,8 +47,7 @@ Data& RegisterEnum(const char* name, const char* nameSpace, std::vector<EnumMeta
     Data& data = *Get<E>();
     data.Set(name, sizeof(E), &info, false, true);
     data.m_Namespace = nameSpace;
-    data.m_WriteValue = Util::TextWriterOf<E>();
-    data.m_ReadValue = Util::TextReaderOf<E>();
+    Util::SetTextForm<E>(data);
     EnumMeta::Register(name, std::move(values));
     return data;
 }

@@ -34,16 +34,35 @@ void ReadNamedValue(Serializer& serializer, const Meta::Data* type, void* object
 // What a write saves: members first, then properties, concrete class first.
 struct Collected
 {
+    // Adds the members and properties of `type` itself (not its bases) that differ
+    // between `object` and `other`; all of them when `other` is null.
+    void Add(const Meta::Data* type, const void* object, const void* other)
+    {
+        for (const auto& [name, member] : type->m_Members.Items())
+            if (!other || !member->Compare(object, other))
+                members.push_back(member.get());
+        for (const auto& [name, property] : type->m_Properties.Items())
+            if (!other || !property->Compare(object, other))
+                properties.push_back(property.get());
+    }
+
     std::vector<const Meta::Member*> members;
     std::vector<const Meta::Property*> properties;
 };
 
-void WriteCollected(Serializer& serializer, const Collected& collected, const void* object)
+// Writes "{", the collected lines one level deeper, and "}" without a line end.
+void WriteBlock(Serializer& serializer, const Collected& collected, const void* object)
 {
+    serializer.WriteIndent();
+    serializer.m_Stream << "{\n";
+    ++serializer.m_Depth;
     for (const Meta::Member* member : collected.members)
         member->Serialize(object, serializer);
     for (const Meta::Property* property : collected.properties)
         property->Serialize(object, serializer);
+    --serializer.m_Depth;
+    serializer.WriteIndent();
+    serializer.m_Stream << '}';
 }
 }
 
@@ -89,44 +108,22 @@ void Serializer::Write(const std::string& name, const Component* component, cons
                         "Registeration.");
             break;
         }
-        for (const auto& [memberName, member] : type->m_Members.Items())
-            if (!other || !member->Compare(component, other))
-                collected.members.push_back(member.get());
-        for (const auto& [propertyName, property] : type->m_Properties.Items())
-            if (!other || !property->Compare(component, other))
-                collected.properties.push_back(property.get());
+        collected.Add(type, component, other);
     }
     if (!force && !isNew && collected.members.empty() && collected.properties.empty())
         return;
-
     WriteIndent();
     m_Stream << name << " \n";
-    WriteIndent();
-    m_Stream << "{\n";
-    ++m_Depth;
-    WriteCollected(*this, collected, component);
-    --m_Depth;
-    WriteIndent();
-    m_Stream << "}\n";
+    WriteBlock(*this, collected, component);
+    m_Stream << '\n';
 }
 
 void Serializer::WriteObjectBlock(const Meta::Data* type, const void* object)
 {
     Collected collected;
     for (; type; type = type->m_Parent)
-    {
-        for (const auto& [memberName, member] : type->m_Members.Items())
-            collected.members.push_back(member.get());
-        for (const auto& [propertyName, property] : type->m_Properties.Items())
-            collected.properties.push_back(property.get());
-    }
+        collected.Add(type, object, nullptr);
     m_Stream << '\n';
-    WriteIndent();
-    m_Stream << "{\n";
-    ++m_Depth;
-    WriteCollected(*this, collected, object);
-    --m_Depth;
-    WriteIndent();
-    m_Stream << '}';
+    WriteBlock(*this, collected, object);
 }
 }

@@ -1,26 +1,16 @@
 #include "utilities/Serialization/Serializer.h"
 
-#include "engine/Component.h"
 #include "engine/FileWatcher.h"
 #include "engine/Log.h"
-#include "utilities/Meta/Data.h"
-#include "utilities/Meta/Member.h"
-#include "utilities/Meta/Property.h"
 
 #include <limits>
 #include <locale>
-#include <vector>
 
 namespace Util
 {
 namespace
 {
 bool g_TolerantRead = false;
-
-bool IsBlank(int c)
-{
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
-}
 }
 
 void SetTolerantRead(bool tolerant)
@@ -103,8 +93,7 @@ void Serializer::Close()
         watcher.NoteOwnWrite(m_FileName);
         m_Writing = false;
     }
-    m_Stream.flush();
-    if (m_File.is_open())
+    else if (m_File.is_open())
         m_File.close();
     m_Stream.rdbuf(nullptr);
     m_Depth = 0;
@@ -169,9 +158,7 @@ void Serializer::SkipValue()
     else if (first == '"')
     {
         m_Stream.get();
-        for (int c = m_Stream.get(); c != kEnd && c != '"'; c = m_Stream.get())
-        {
-        }
+        m_Stream.ignore(std::numeric_limits<std::streamsize>::max(), '"');
     }
     else
     {

@@ -28,6 +28,12 @@ class Component;
 
 namespace Util
 {
+// True for the characters that separate tokens: space, tab, line feed and carriage return.
+inline bool IsBlank(int c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
 // Sets the process-wide tolerant-read flag: unknown names are skipped without a report.
 void SetTolerantRead(bool tolerant);
 // True while the tolerant-read flag is set.

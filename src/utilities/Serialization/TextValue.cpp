@@ -156,7 +156,7 @@ bool BeginContainer(Serializer& serializer)
     if (!serializer.ReadUntil('{'))
         return false;
     int next = serializer.m_Stream.get();
-    while (next == ' ' || next == '\n' || next == '\r' || next == '\t')
+    while (IsBlank(next))
         next = serializer.m_Stream.get();
     if (next == '}' || next == std::char_traits<char>::eof())
         return false;
@@ -175,7 +175,7 @@ bool NextElement(Serializer& serializer, const char* function, const char* messa
             return false;
         if (c == ',')
             return true;
-        if (c != ' ' && c != '\n' && c != '\r' && c != '\t')
+        if (!IsBlank(c))
             FATAL_ERROR_IN(function, message + serializer.m_FileName);
     }
     return false;

@@ -15,7 +15,7 @@
 //   any other registered class      a block of all its members and properties
 //
 // The registry keeps a type-erased writer and reader per registered type
-// (Meta::Data::WriteValue / ReadValue), made from these by TextFormOf<T>.
+// (Meta::Data::WriteValue / ReadValue), given by SetTextForm<T>.
 #pragma once
 
 #include "utilities/Meta/Data.h"
@@ -239,22 +239,16 @@ inline constexpr bool kHasTextForm =
     std::is_same_v<T, double> || std::is_same_v<T, bool> || std::is_same_v<T, char> ||
     std::is_same_v<T, unsigned char>;
 
-// The type-erased writer of T that the registry keeps, or null where T has no text form.
+// Gives a type's registry record the writer and reader of T's text form (none where T has none).
 template <class T>
-Meta::ValueWriter TextWriterOf()
+void SetTextForm(Meta::Data& data)
 {
     if constexpr (kHasTextForm<T>)
-        return [](Serializer& serializer, const void* value) { WriteValue(serializer, *static_cast<const T*>(value)); };
-    else
-        return nullptr;
-}
-// The type-erased reader of T that the registry keeps, or null where T has no text form.
-template <class T>
-Meta::ValueReader TextReaderOf()
-{
-    if constexpr (kHasTextForm<T>)
-        return [](Serializer& serializer, void* value) { ReadValue(serializer, *static_cast<T*>(value)); };
-    else
-        return nullptr;
+    {
+        data.m_WriteValue = [](Serializer& serializer, const void* value) {
+            WriteValue(serializer, *static_cast<const T*>(value));
+        };
+        data.m_ReadValue = [](Serializer& serializer, void* value) { ReadValue(serializer, *static_cast<T*>(value)); };
+    }
 }
 }
