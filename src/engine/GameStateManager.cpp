@@ -41,7 +41,7 @@ int GameStateManager::AddState(std::shared_ptr<GameState> state)
     if (id == 0)
     {
         m_Current = m_Next = m_States[0];
-        m_InitialState = m_CurrentState = m_NextState = 0;
+        m_InitialState = m_PreviousState = m_CurrentState = m_NextState = 0;
     }
     return id;
 }
@@ -76,7 +76,7 @@ void GameStateManager::SetInitialState(const std::string& name)
 {
     SetNextState(name);
     m_Current = m_Next;
-    m_InitialState = m_CurrentState = m_NextState;
+    m_InitialState = m_PreviousState = m_CurrentState = m_NextState;
 }
 
 void GameStateManager::Update(float dt)
@@ -89,8 +89,10 @@ void GameStateManager::EnterState()
 {
     if (m_CurrentState == Restart)
     {
-        m_CurrentState = m_NextState = m_InitialState;
-        m_Current = m_Next;
+        // The restarted state runs on: its id and its object both stay current, so a later
+        // SetNextState to any other state (the initial one included) is seen as a change.
+        m_CurrentState = m_NextState = m_PreviousState;
+        m_Current = m_Next = StateById(m_PreviousState);
     }
     else
     {
@@ -116,6 +118,7 @@ void GameStateManager::LeaveState()
 
 void GameStateManager::Advance()
 {
+    m_PreviousState = m_CurrentState;
     m_CurrentState = m_NextState;
     // Sentinel ids leave m_Next as it was; a plain id set through SetNext takes its state.
     if (m_NextState >= 0 && (!m_Next || StateById(m_NextState) != m_Next))

@@ -4,7 +4,8 @@
 // one, and left (uninitialized, and unloaded unless it restarts).
 //
 // Setting the next state to Quit (-2) ends the game; Restart (-1) runs the
-// current state again without unloading it. Until script states exist, the
+// current state again without unloading it: after a restart the restarted
+// state is current again, by id and by object, as if it had never been left. Until script states exist, the
 // manager holds one built-in state that does nothing, which is current at start.
 #pragma once
 
@@ -67,14 +68,17 @@ public:
     // The state with this name, or null.
     GameState* GetGameState(const std::string& name) const;
 
-    // Run loop: loads (unless restarting) and initializes the current state.
+    // Run loop: loads and initializes the current state; a restart makes the previous state
+    // current (and next) again, without loading it.
     void EnterState();
     // Run loop: uninitializes, and unloads unless the next state is Restart.
     void LeaveState();
-    // Run loop: the next state becomes current.
+    // Run loop: the current state becomes the previous one, the next state becomes current.
     void Advance();
 
     int m_InitialState = 0;
+    // The state that was current before the last Advance; a restart returns to it.
+    int m_PreviousState = 0;
     int m_NextState = 0;
     int m_CurrentState = 0;
     // Every state, by id.

@@ -140,6 +140,8 @@ int WinMain(const char* commandLine)
     std::srand(static_cast<unsigned>(std::time(nullptr)));
     // 5. The log.
     Engine::Log::Get().Open(Util::GetAppDataDirectory() + "GameLog.log");
+    // Every registration has run: a saved value whose type has no text form is reported now.
+    Meta::CheckTextForms();
     // 6. Start-up options.
     std::string documentationFolder;
     AddStartupOptions(documentationFolder);

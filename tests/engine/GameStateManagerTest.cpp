@@ -71,3 +71,66 @@ TEST(GameStateManagerTest, AdvanceToAStateChosenByName)
     states.Advance();
     EXPECT_EQ(states.GetCurrentState()->GetName(), "Level");
 }
+
+namespace
+{
+// A state that counts the calls of its entry points.
+class CountingState : public NamedState
+{
+public:
+    using NamedState::NamedState;
+    void Load() override { ++loads; }
+    void Initialize() override { ++initializes; }
+    void Uninitialize() override { ++uninitializes; }
+    void Unload() override { ++unloads; }
+    int loads = 0, initializes = 0, uninitializes = 0, unloads = 0;
+};
+
+// One pass of the run loop around the frames: leave the current state, advance, enter the next.
+void Switch(GameStateManager& states)
+{
+    states.LeaveState();
+    states.Advance();
+    states.EnterState();
+}
+}
+
+TEST(GameStateManagerTest, RestartKeepsTheRestartedStateCurrentByIdAndObject)
+{
+    GameStateManager states;
+    auto level = std::make_shared<CountingState>("Level");
+    const int levelId = states.AddState(level);
+    states.EnterState();
+    states.SetNextState("Level");
+    Switch(states);
+    ASSERT_EQ(states.GetCurrentStateId(), levelId);
+
+    states.SetNext(GameStateManager::Restart);
+    Switch(states);
+    EXPECT_EQ(states.GetCurrentStateId(), levelId);
+    EXPECT_EQ(states.GetNextStateId(), levelId);
+    EXPECT_EQ(states.GetCurrentState(), level.get());
+    EXPECT_EQ(level->loads, 1);
+    EXPECT_EQ(level->unloads, 0);
+    EXPECT_EQ(level->initializes, 2);
+    EXPECT_EQ(level->uninitializes, 1);
+}
+
+TEST(GameStateManagerTest, SetNextStateToTheInitialStateAfterARestartIsNotLost)
+{
+    GameStateManager states;
+    const int initial = states.GetCurrentStateId();
+    states.AddState(std::make_shared<CountingState>("Level"));
+    states.EnterState();
+    states.SetNextState("Level");
+    Switch(states);
+    states.SetNext(GameStateManager::Restart);
+    Switch(states);
+
+    // The frame loop runs while current equals next: going back to the initial state must end it.
+    states.SetNext(initial);
+    EXPECT_NE(states.GetCurrentStateId(), states.GetNextStateId());
+    Switch(states);
+    EXPECT_EQ(states.GetCurrentStateId(), initial);
+    EXPECT_EQ(states.GetCurrentState()->GetName(), "BuiltIn");
+}

@@ -54,6 +54,15 @@ Hierarchy* Hierarchy::ParentHierarchy() const
     return parent ? parent->GetComponent<Hierarchy>() : nullptr;
 }
 
+bool Hierarchy::IsMadeFrom(ArchetypeId archetype) const
+{
+    // The owner and its ancestors: the chain that a new child would extend.
+    for (const Hierarchy* link = this; link; link = link->ParentHierarchy())
+        if (link->m_Owner && link->m_Owner->GetArchetype() == archetype)
+            return true;
+    return false;
+}
+
 int Hierarchy::IndexOf(const GameObject* child) const
 {
     if (!child)
@@ -75,6 +84,13 @@ void Hierarchy::Initialize()
         if (archetype == 0)
         {
             FATAL_ERROR("Unknown child archetype: " + name);
+            continue;
+        }
+        if (IsMadeFrom(archetype))
+        {
+            // Making it would make it again, without end.
+            FATAL_ERROR("The archetype " + name + " contains itself: an object made from it lists it among "
+                        "its own children or their children. That child is not made.");
             continue;
         }
         GameObject* child = space->CreateObjectUninitialized(archetype);

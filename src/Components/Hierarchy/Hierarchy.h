@@ -3,7 +3,8 @@
 // children are kept as ids, so a dead child reads as null, never as a dangling
 // pointer. Uninitializing a parent marks its children for destruction, so a
 // tree goes one level per pass of its space's collection; a child that should
-// outlive its parent is detached first.
+// outlive its parent is detached first. An archetype that would contain itself
+// (as its own child, or a child's child) is reported and that child not made.
 #pragma once
 
 #include "engine/Component.h"
@@ -66,4 +67,6 @@ private:
     GameObject* Find(GameObjectId id) const;
     Hierarchy* ParentHierarchy() const;
     int IndexOf(const GameObject* child) const;
+    // True if the owner or one of its ancestors was made from `archetype`.
+    bool IsMadeFrom(ArchetypeId archetype) const;
 };

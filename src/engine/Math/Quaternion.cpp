@@ -293,6 +293,10 @@ META_REGISTER_NS(Math, Quaternion)
     METHOD(RotateVector);
     METHOD(operator==);
     METHOD(operator!=);
+    // Scripts ask for subtraction as "operator-" and negation as "operator-()"; the
+    // overload list keeps both forms under "operator-" as well.
+    METHOD_AS("operator-", static_cast<Self (Self::*)(const Self&) const>(&Self::operator-));
+    METHOD_AS("operator-()", static_cast<Self (Self::*)() const>(&Self::operator-));
     OVERLOAD(operator-, 0, Self (Self::*)(const Self&) const);
     OVERLOAD(operator-, 1, Self (Self::*)() const);
     METHOD(operator+);

@@ -8,9 +8,13 @@
 //
 // Copying an owning Any clones its value, so the copy holds a value of its own;
 // copying a reference copies the reference. A reference never deletes what it
-// refers to, even when it was passed around as a plain Any.
+// refers to, even when it was passed around as a plain Any. An owning Any keeps
+// the operations of the type it was made with, so a value of a type that was
+// never registered is still deleted; and an AnyRef that is given an owned value
+// (assigned through an Any&) owns and deletes it.
 #pragma once
 
+#include "utilities/Meta/ClassInfo.h"
 #include "utilities/Meta/Data.h"
 
 #include <type_traits>
@@ -23,7 +27,7 @@ class Any
 public:
     Any() = default;
     // Takes ownership of `value`, of registered type `type`.
-    Any(void* value, Data* type) : m_Value(value), m_Type(type) {}
+    Any(void* value, Data* type) : m_Value(value), m_Type(type), m_Ops(type ? type->m_Info : nullptr) {}
     Any(const Any& other);
     Any(Any&& other) noexcept;
     Any& operator=(Any other) noexcept;
@@ -33,7 +37,15 @@ public:
     template <class T>
     static Any Make(T value)
     {
-        return Any(new T(std::move(value)), Meta::Get<T>());
+        return Own(new T(std::move(value)));
+    }
+    // An Any owning `value`, made with new; deleted as a T whether or not T is registered.
+    template <class T>
+    static Any Own(T* value)
+    {
+        Any any(value, Meta::Get<T>());
+        any.m_Ops = &InstanceOperations<T>();
+        return any;
     }
 
     // The value as a T, or null if it holds no T (nor a type derived from T).
@@ -56,6 +68,8 @@ public:
 
 protected:
     bool m_Owned = true;
+    // How to copy and delete the value: the type's, or those of the type it was made with.
+    const ClassInfo* m_Ops = nullptr;
 };
 
 class AnyRef : public Any
@@ -64,8 +78,6 @@ public:
     AnyRef() { m_Owned = false; }
     // Refers to `value` of type `type` without owning it.
     AnyRef(void* value, Data* type) : Any(value, type) { m_Owned = false; }
-    // Clears the value, so that nothing can delete it.
-    ~AnyRef() { m_Value = nullptr; }
 
     // An AnyRef to `value`.
     template <class T>

@@ -102,4 +102,12 @@ template <class T>
 using ClassInfoFor = std::conditional_t<
     std::is_abstract_v<T> || !std::is_default_constructible_v<T>, DerivedClassInfoNoConstructors<T>,
     std::conditional_t<std::is_copy_constructible_v<T>, DerivedClassInfo<T>, DerivedClassInfoNoCopyConstructor<T>>>;
+
+// The one set of instance operations of T, whether or not T is registered.
+template <class T>
+const ClassInfo& InstanceOperations()
+{
+    static const ClassInfoFor<T> operations;
+    return operations;
+}
 }

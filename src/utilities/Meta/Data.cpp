@@ -4,10 +4,10 @@
 #include "utilities/Meta/ClassInfo.h"
 #include "utilities/Meta/Member.h"
 #include "utilities/Meta/Method.h"
+#include "utilities/Meta/NameHash.h"
 #include "utilities/Meta/Property.h"
 #include "utilities/Serialization/TextValue.h"
 
-#include <unordered_map>
 
 namespace Meta
 {
@@ -15,7 +15,7 @@ namespace
 {
 struct NameTable
 {
-    std::unordered_map<std::string, Data*> byName;
+    NameMap<Data*> byName;
     std::vector<Data*> inOrder;
     unsigned nextId = 0;
 };
@@ -175,12 +175,45 @@ void Data::ReadValue(Util::Serializer& serializer, void* value) const
 Data* FindData(std::string_view name)
 {
     NameTable& table = Table();
-    auto found = table.byName.find(std::string(WithoutConst(name)));
+    auto found = table.byName.find(WithoutConst(name));
     return found == table.byName.end() ? nullptr : found->second;
 }
 
 const std::vector<Data*>& AllTypes()
 {
     return Table().inOrder;
+}
+}
+
+namespace Meta
+{
+namespace
+{
+// Stops saving `info` of `type` when its value's type has no text form, and adds a line for it to `report`.
+void RefuseWithoutTextForm(const Data& type, DataInfo& info, const char* kind, std::string& report)
+{
+    if (!info.m_Serialize || info.HasTextForm())
+        return;
+    info.m_Serialize = false;
+    const std::string valueType = info.m_Type && !info.m_Type->GetName().empty() ? info.m_Type->GetName()
+                                                                                 : std::string("an unregistered type");
+    report += std::string("\nThe ") + kind + " " + type.GetName() + "." + info.m_Name + " is of " + valueType +
+              ", which has no text form.";
+}
+}
+
+void CheckTextForms()
+{
+    std::string report;
+    for (Data* type : AllTypes())
+    {
+        for (const auto& [name, member] : type->m_Members.Items())
+            RefuseWithoutTextForm(*type, *member, "member", report);
+        for (const auto& [name, property] : type->m_Properties.Items())
+            RefuseWithoutTextForm(*type, *property, "property", report);
+    }
+    if (!report.empty())
+        FATAL_ERROR("These values are registered to be saved, but are not: register their types, or register "
+                    "them as not saved." + report);
 }
 }

@@ -18,6 +18,9 @@ class Data;
 void AddPendingDescription(const std::string& text);
 // Cuts a registered name: everything up to and including the first "m_" goes, while one is left.
 std::string CutMemberName(const std::string& name);
+// Reports every saved member and property whose type has no text form and stops saving it,
+// so that no file gets a name without a value. Run once every registration has run.
+void CheckTextForms();
 
 class DataInfo
 {
@@ -25,6 +28,9 @@ public:
     // Takes the pending help text and the cut name.
     DataInfo(const std::string& name, Data* type);
     virtual ~DataInfo() = default;
+
+    // True if the value's type has a text form now (every class it is made of is registered).
+    virtual bool HasTextForm() const { return true; }
 
     // Visible to scripts.
     bool m_Script = false;

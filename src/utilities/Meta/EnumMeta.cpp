@@ -1,16 +1,15 @@
 #include "utilities/Meta/EnumMeta.h"
 
 #include "engine/Log.h"
-
-#include <unordered_map>
+#include "utilities/Meta/NameHash.h"
 
 namespace Meta
 {
 namespace
 {
-std::unordered_map<std::string, std::vector<EnumMeta::Entry>>& Enums()
+NameMap<std::vector<EnumMeta::Entry>>& Enums()
 {
-    static auto* enums = new std::unordered_map<std::string, std::vector<EnumMeta::Entry>>();
+    static auto* enums = new NameMap<std::vector<EnumMeta::Entry>>();
     return *enums;
 }
 }
@@ -20,39 +19,39 @@ void EnumMeta::Register(const std::string& typeName, std::vector<Entry> values)
     Enums()[typeName] = std::move(values);
 }
 
-const std::vector<EnumMeta::Entry>* EnumMeta::GetValues(const std::string& typeName)
+const std::vector<EnumMeta::Entry>* EnumMeta::GetValues(std::string_view typeName)
 {
     auto found = Enums().find(typeName);
     return found == Enums().end() ? nullptr : &found->second;
 }
 
-int EnumMeta::GetEnum(const std::string& typeName, const std::string& name)
+int EnumMeta::GetEnum(std::string_view typeName, std::string_view name)
 {
     const std::vector<Entry>* values = GetValues(typeName);
     if (!values)
     {
-        FATAL_ERROR("Enum type can not be found!\nEnum Type: " + typeName);
+        FATAL_ERROR("Enum type can not be found!\nEnum Type: " + std::string(typeName));
         return 0;
     }
     for (const Entry& entry : *values)
         if (entry.first == name)
             return entry.second;
-    FATAL_ERROR("Enum can not be found!\nEnum Type: " + typeName + "\nName: " + name);
+    FATAL_ERROR("Enum can not be found!\nEnum Type: " + std::string(typeName) + "\nName: " + std::string(name));
     return 0;
 }
 
-std::string EnumMeta::GetEnumName(const std::string& typeName, int value)
+std::string EnumMeta::GetEnumName(std::string_view typeName, int value)
 {
     const std::vector<Entry>* values = GetValues(typeName);
     if (!values)
     {
-        FATAL_ERROR("Enum type can not be found!\nEnum Type: " + typeName);
+        FATAL_ERROR("Enum type can not be found!\nEnum Type: " + std::string(typeName));
         return "";
     }
     for (const Entry& entry : *values)
         if (entry.second == value)
             return entry.first;
-    FATAL_ERROR("Enum can not be found!\nEnum Type: " + typeName + "\nName: " + std::to_string(value));
+    FATAL_ERROR("Enum can not be found!\nEnum Type: " + std::string(typeName) + "\nName: " + std::to_string(value));
     return "";
 }
 }

@@ -62,6 +62,8 @@ class MemberD_class final : public Member
 public:
     MemberD_class(const std::string& name, M C::*field) : Member(name, Meta::Get<M>()), m_Field(field) {}
 
+    bool HasTextForm() const override { return Util::TextFormIsRegistered<M>(); }
+
     AnyRef Get(const void* object) const override
     {
         if (m_Getter)

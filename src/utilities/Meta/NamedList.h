@@ -1,6 +1,10 @@
 // Meta::NamedList: records of one kind (members, properties, methods) by name,
 // kept in the order they were added. A name given twice keeps the first record.
+// Look-ups take a string_view and build no string: the index hashes names
+// transparently, so a look-up from a script or a file allocates nothing.
 #pragma once
+
+#include "utilities/Meta/NameHash.h"
 
 #include <memory>
 #include <string>
@@ -26,7 +30,7 @@ public:
     // The record with this name, or null.
     T* Find(std::string_view name) const
     {
-        auto found = m_Index.find(std::string(name));
+        auto found = m_Index.find(name);
         return found == m_Index.end() ? nullptr : m_Items[found->second].second.get();
     }
     // The records in the order they were added.
@@ -36,6 +40,6 @@ public:
 
 private:
     std::vector<std::pair<std::string, std::shared_ptr<T>>> m_Items;
-    std::unordered_map<std::string, std::size_t> m_Index;
+    NameMap<std::size_t> m_Index;
 };
 }

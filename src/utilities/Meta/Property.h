@@ -59,6 +59,10 @@ class WritableProperty : public Property
 public:
     using Property::Property;
     bool CanSet() const override { return true; }
+    bool HasTextForm() const override
+    {
+        return Util::TextFormIsRegistered<V>() && Util::TextFormIsRegistered<std::remove_cvref_t<In>>();
+    }
     bool Compare(const void* a, const void* b) const override
     {
         const Any first = Get(a);

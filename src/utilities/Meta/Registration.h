@@ -73,12 +73,14 @@ struct Registrar
     explicit Registrar(void (*registration)()) { registration(); }
 };
 
-// A member record with its flags.
-template <class C, class M>
-Member* MakeMember(const char* name, M C::*field, bool serialize, bool script)
+// A member record with its flags. A saved member must be of a type with a text form.
+template <bool Saved, class C, class M>
+Member* MakeMember(const char* name, M C::*field, bool script)
 {
+    static_assert(!Saved || Util::kHasTextForm<M>,
+                  "a saved member needs a type with a text form: register it with MEMBER_FLAGS(field, false, ...)");
     Member* member = new MemberD_class<C, M>(name, field);
-    member->m_Serialize = serialize;
+    member->m_Serialize = Saved;
     member->m_Script = script;
     return member;
 }
@@ -127,9 +129,9 @@ inline Method* ScriptVisible(Method* method)
 
 // A field, saved and visible to scripts, with its help text.
 #define MEMBER(field, help) MEMBER_FLAGS(field, true, true, help)
-// A field with explicit save and script flags.
+// A field with explicit save and script flags (both written as true or false).
 #define MEMBER_FLAGS(field, serialize, script, help) \
-    (HELP(help), type.AddMember(Meta::MakeMember(#field, &Self::field, serialize, script)))
+    (HELP(help), type.AddMember(Meta::MakeMember<serialize>(#field, &Self::field, script)))
 
 // A property read and written through member functions.
 #define PROPERTY(name, getter, setter, help)                                                                        \
@@ -163,6 +165,8 @@ namespace Meta
 template <class C, class G, class S>
 Property* MakeProperty(const char* name, Data* owner, G (C::*getter)() const, void (C::*setter)(S))
 {
+    static_assert(Util::kHasTextForm<std::remove_cvref_t<G>> && Util::kHasTextForm<std::remove_cvref_t<S>>,
+                  "a saved property needs a type with a text form");
     Property* property = new Property_class<C, G, S>(name, owner, getter, setter);
     property->m_Script = property->m_Serialize = true;
     return property;
@@ -179,6 +183,8 @@ Property* MakeProperty(const char* name, Data* owner, G (C::*getter)() const)
 template <class C, class G, class S>
 Property* MakeProperty(const char* name, Data* owner, G (*getter)(C*), void (*setter)(C*, S))
 {
+    static_assert(Util::kHasTextForm<std::remove_cvref_t<G>> && Util::kHasTextForm<std::remove_cvref_t<S>>,
+                  "a saved property needs a type with a text form");
     Property* property = new Property_class_func<C, G, S>(name, owner, getter, setter);
     property->m_Script = property->m_Serialize = true;
     return property;

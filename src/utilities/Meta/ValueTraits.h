@@ -10,11 +10,24 @@
 
 namespace Meta
 {
+// True if values of V can be compared with ==, looking into the elements of containers and
+// the halves of pairs, whose own operator== exists whether or not their contents have one.
+template <class V>
+constexpr bool CanCompare()
+{
+    if constexpr (requires { typename V::first_type; typename V::second_type; })
+        return CanCompare<std::remove_const_t<typename V::first_type>>() && CanCompare<typename V::second_type>();
+    else if constexpr (requires { typename V::value_type; typename V::const_iterator; })
+        return CanCompare<std::remove_const_t<typename V::value_type>>();
+    else
+        return requires(const V& a) { a == a; };
+}
+
 // Equality of two values of one type, false where the type has no operator==.
 template <class V>
 bool ValuesEqual(const V& a, const V& b)
 {
-    if constexpr (requires { a == b; })
+    if constexpr (CanCompare<V>())
         return a == b;
     else
         return false;
@@ -42,7 +55,7 @@ struct ValueTraits
         else if constexpr (kIsReference)
             return AnyRef(const_cast<Value*>(&result), Type());
         else
-            return Any(new Value(std::move(result)), Type());
+            return Any::Own(new Value(std::move(result)));
     }
 
     // True if `value` can be passed as a T.

@@ -68,6 +68,15 @@ void WriteBlock(Serializer& serializer, const Collected& collected, const void* 
 
 bool Serializer::ReadObject(const Meta::Data* type, void* object)
 {
+    if (!EnterNesting())
+        return true;
+    const bool read = ReadBlock(type, object);
+    LeaveNesting();
+    return read;
+}
+
+bool Serializer::ReadBlock(const Meta::Data* type, void* object)
+{
     if (!ReadUntil('{'))
         return false;
     std::string token;

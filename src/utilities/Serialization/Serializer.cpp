@@ -40,6 +40,7 @@ void Serializer::Reset(std::streambuf* buffer, const std::string& name)
     m_Stream.flags(std::ios::dec | std::ios::skipws | std::ios::boolalpha);
     m_Stream.precision(6);
     m_Depth = 0;
+    m_Nesting = 0;
     m_FileName = name;
 }
 
@@ -126,6 +127,9 @@ bool Serializer::ReadUntil(char c)
 
 bool Serializer::FindLine(const std::string& text)
 {
+    // An empty text would be found at the start of every token, without end.
+    if (text.empty())
+        return false;
     std::string token;
     while (m_Stream >> token)
     {
@@ -180,12 +184,32 @@ void Serializer::ReadStringHelper(std::string& text)
         if (!IsBlank(c))
             FATAL_ERROR("Missed \" (quotation) at beginning of string.\nFile:  " + m_FileName);
     }
+    // One pass: a backslash followed by n becomes a line end as it is read.
+    bool backslash = false;
     for (int c = m_Stream.get(); c != kEnd && c != '"'; c = m_Stream.get())
+    {
+        if (backslash && c == 'n')
+        {
+            text.back() = '\n';
+            backslash = false;
+            continue;
+        }
+        backslash = c == '\\';
         text += static_cast<char>(c);
+    }
+}
 
-    std::size_t at = 0;
-    while ((at = text.find("\\n", at)) != std::string::npos)
-        text.replace(at, 2, 1, '\n');
+bool Serializer::EnterNesting()
+{
+    if (m_Nesting >= kMaxNesting)
+    {
+        FATAL_ERROR("Objects are nested deeper than " + std::to_string(kMaxNesting) +
+                    " levels; the deeper block is skipped.\nFile:  " + m_FileName);
+        SkipValue();
+        return false;
+    }
+    ++m_Nesting;
+    return true;
 }
 
 void Serializer::WriteIndent()

@@ -88,6 +88,14 @@ public:
     void PutBack(std::size_t count);
     // True once a read failed: further reads of the block give nothing.
     bool Failed() const { return m_Stream.fail(); }
+    // Counts one more level of nested object blocks being read; past kMaxNesting it reports,
+    // skips the block and gives false. Each true is matched by a LeaveNesting.
+    bool EnterNesting();
+    // Ends a level counted by EnterNesting.
+    void LeaveNesting() { --m_Nesting; }
+
+    // Deepest nesting of object blocks that a read follows: a file can't run the reader out of stack.
+    static constexpr unsigned kMaxNesting = 64;
 
     // Current indentation level.
     unsigned m_Depth = 0;
@@ -98,10 +106,14 @@ public:
 
 private:
     void Reset(std::streambuf* buffer, const std::string& name);
+    // ReadObject's block, once the nesting is counted.
+    bool ReadBlock(const Meta::Data* type, void* object);
     bool OpenFile(const std::string& path, std::ios::openmode mode);
 
     std::filebuf m_File;
     std::stringbuf m_Text;
     bool m_Writing = false;
+    // Object blocks being read, one inside the other.
+    unsigned m_Nesting = 0;
 };
 }

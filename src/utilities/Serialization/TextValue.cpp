@@ -164,7 +164,7 @@ bool BeginContainer(Serializer& serializer)
     return true;
 }
 
-bool NextElement(Serializer& serializer, const char* function, const char* message)
+bool NextElement(Serializer& serializer, ContainerKind kind)
 {
     // Looking for the end first lets it end the container without failing the read.
     std::iostream& in = serializer.m_Stream;
@@ -175,8 +175,12 @@ bool NextElement(Serializer& serializer, const char* function, const char* messa
             return false;
         if (c == ',')
             return true;
-        if (!IsBlank(c))
-            FATAL_ERROR_IN(function, message + serializer.m_FileName);
+        if (IsBlank(c))
+            continue;
+        if (kind == ContainerKind::List)
+            FATAL_ERROR_IN("Util::ReadStreamContainerHelper", "Missing seperator in list! \nFile:  " + serializer.m_FileName);
+        else
+            FATAL_ERROR_IN("Util::ReadTreeHelper", "Missing seperator in container! \nFile:  " + serializer.m_FileName);
     }
     return false;
 }

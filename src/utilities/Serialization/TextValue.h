@@ -104,12 +104,16 @@ inline constexpr bool kIsPair<std::pair<A, B>> = true;
 // Container reading, step by step (what the two helpers below share):
 // Finds the container's "{"; false if the input ends first or the container is empty.
 bool BeginContainer(Serializer& serializer);
+// Which reader a separator belongs to: each reports a missing one from a site of its own,
+// so that Ignore on one leaves the other's report standing.
+enum class ContainerKind
+{
+    List,
+    Tree,
+};
 // Reads past a separator: true if another element follows, false at "}" or the end.
-// Anything but a separator or blank is reported, as raised in `function`, with `message`.
-bool NextElement(Serializer& serializer, const char* function, const char* message);
-// The separator reports of lists and of sets and maps.
-inline constexpr const char* kListSeparatorMessage = "Missing seperator in list! \nFile:  ";
-inline constexpr const char* kTreeSeparatorMessage = "Missing seperator in container! \nFile:  ";
+// Anything but a separator or blank is reported as the reader of `kind` reports it.
+bool NextElement(Serializer& serializer, ContainerKind kind);
 
 template <class T>
 void WriteValue(Serializer& serializer, const T& value);
@@ -150,7 +154,7 @@ void ReadStreamContainerHelper(Serializer& serializer, C& container)
         if (serializer.Failed())
             return;
         container.push_back(std::move(element));
-    } while (NextElement(serializer, "Util::ReadStreamContainerHelper", kListSeparatorMessage));
+    } while (NextElement(serializer, ContainerKind::List));
 }
 
 // Reads a braced list into a set or map, inserting into what it holds.
@@ -181,7 +185,7 @@ void ReadTreeHelper(Serializer& serializer, C& container)
                 return;
             container.insert(std::move(element));
         }
-    } while (NextElement(serializer, "Util::ReadTreeHelper", kTreeSeparatorMessage));
+    } while (NextElement(serializer, ContainerKind::Tree));
 }
 
 // Writes enumerations, pairs, containers and registered classes.
@@ -231,13 +235,51 @@ void ReadValue(Serializer& serializer, T& value)
     }
 }
 
-// True for the types that have a text form: the registered scalars, enumerations and classes.
+// True for the built-in scalars that have a text form.
 template <class T>
-inline constexpr bool kHasTextForm =
-    std::is_enum_v<T> || std::is_class_v<T> || std::is_same_v<T, int> || std::is_same_v<T, unsigned> ||
-    std::is_same_v<T, short> || std::is_same_v<T, unsigned short> || std::is_same_v<T, float> ||
-    std::is_same_v<T, double> || std::is_same_v<T, bool> || std::is_same_v<T, char> ||
-    std::is_same_v<T, unsigned char>;
+inline constexpr bool kIsTextScalar =
+    std::is_same_v<T, int> || std::is_same_v<T, unsigned> || std::is_same_v<T, short> ||
+    std::is_same_v<T, unsigned short> || std::is_same_v<T, float> || std::is_same_v<T, double> ||
+    std::is_same_v<T, bool> || std::is_same_v<T, char> || std::is_same_v<T, unsigned char>;
+
+// True for the types that can have a text form, as far as the compiler can tell: the scalars
+// above, enumerations, classes, and pairs and containers of such types. Pointers, other
+// integer widths and arrays have none.
+template <class T>
+constexpr bool HasTextForm()
+{
+    if constexpr (kIsPair<T>)
+        return HasTextForm<std::remove_const_t<typename T::first_type>>() && HasTextForm<typename T::second_type>();
+    else if constexpr (MapContainer<T>)
+        return HasTextForm<typename T::key_type>() && HasTextForm<typename T::mapped_type>();
+    else if constexpr (SequenceContainer<T> || SetContainer<T>)
+        return HasTextForm<typename T::value_type>();
+    else
+        return kIsTextScalar<T> || std::is_enum_v<T> || std::is_class_v<T>;
+}
+template <class T>
+inline constexpr bool kHasTextForm = HasTextForm<T>();
+
+// True if T's text form can be written now: every class and enumeration it is made of
+// (itself, a container's elements, a pair's halves) is registered. Classes that nobody
+// registered have no members to write, and an unregistered enumeration has no names.
+template <class T>
+bool TextFormIsRegistered()
+{
+    if constexpr (!kHasTextForm<T>)
+        return false;
+    else if constexpr (kIsPair<T>)
+        return TextFormIsRegistered<std::remove_const_t<typename T::first_type>>() &&
+               TextFormIsRegistered<typename T::second_type>();
+    else if constexpr (MapContainer<T>)
+        return TextFormIsRegistered<typename T::key_type>() && TextFormIsRegistered<typename T::mapped_type>();
+    else if constexpr (SequenceContainer<T> || SetContainer<T>)
+        return TextFormIsRegistered<typename T::value_type>();
+    else if constexpr (std::is_enum_v<T> || std::is_class_v<T>)
+        return Meta::Get<T>()->IsRegistered();
+    else
+        return true;
+}
 
 // Gives a type's registry record the writer and reader of T's text form (none where T has none).
 template <class T>

@@ -3,6 +3,7 @@
 #include "engine/Space.h"
 #include "engine/TestComponents.h"
 #include "platform/Dialog.h"
+#include "support/ReportCapture.h"
 #include "support/Scoped.h"
 
 #include <gtest/gtest.h>
@@ -140,4 +141,37 @@ TEST_F(HierarchyTest, ChildWithoutHierarchyIsReported)
     const std::string reported = testing::internal::GetCapturedStderr();
     EXPECT_NE(reported.find("You need to attach a hierarchy component to each child!"), std::string::npos);
     EXPECT_EQ(made->GetComponent<Hierarchy>()->GetNumberOfChildren(), 0u);
+}
+
+namespace
+{
+// An archetype with a Hierarchy whose children are the named archetypes.
+ArchetypeId MakeParentArchetype(const std::string& name, const std::vector<std::string>& children)
+{
+    const ArchetypeId id = MakeArchetype(name, {"Hierarchy"});
+    auto* archetype = Engine::ArchetypeManager::Get().GetArchetype(id);
+    archetype->GetComponent<Hierarchy>()->m_Children = children;
+    return id;
+}
+}
+
+TEST_F(HierarchyTest, ArchetypeThatListsItselfAsAChildIsRefused)
+{
+    ReportCapture reports;
+    const ArchetypeId ouroboros = MakeParentArchetype("Ouroboros", {"Ouroboros"});
+    GameObject* object = m_Space.CreateObject(ouroboros);
+    EXPECT_EQ(object->GetComponent<Hierarchy>()->GetNumberOfChildren(), 0u);
+    EXPECT_TRUE(reports.Holds("The archetype Ouroboros contains itself"));
+}
+
+TEST_F(HierarchyTest, ArchetypeThatContainsItselfThroughAChildIsRefusedOneLevelDown)
+{
+    ReportCapture reports;
+    const ArchetypeId hen = MakeParentArchetype("Hen", {"Egg"});
+    MakeParentArchetype("Egg", {"Hen"});
+    GameObject* object = m_Space.CreateObject(hen);
+    auto* hierarchy = object->GetComponent<Hierarchy>();
+    ASSERT_EQ(hierarchy->GetNumberOfChildren(), 1u);
+    EXPECT_EQ(hierarchy->GetChild(0)->GetComponent<Hierarchy>()->GetNumberOfChildren(), 0u);
+    EXPECT_TRUE(reports.Holds("The archetype Hen contains itself"));
 }

@@ -125,3 +125,62 @@ TEST(AnyTest, ConstructAndDestructWorkInPlace)
     info->Destruct(storage);
     EXPECT_EQ(Counted::s_Live, 0);
 }
+
+namespace
+{
+// Counts live instances like Counted, but nobody registers it.
+struct Unregistered
+{
+    Unregistered() { ++s_Live; }
+    Unregistered(const Unregistered&) { ++s_Live; }
+    ~Unregistered() { --s_Live; }
+    static inline int s_Live = 0;
+};
+
+// A class with a method that returns an unregistered type by value.
+struct Maker
+{
+    Unregistered Make() const { return Unregistered(); }
+};
+}
+
+META_REGISTER(Maker)
+{
+    METHOD(Make);
+}
+
+TEST(AnyTest, ValueOfATypeNobodyRegisteredIsDeleted)
+{
+    {
+        Meta::Any value = Meta::Any::Make(Unregistered());
+        EXPECT_FALSE(Meta::Get<Unregistered>()->IsRegistered());
+        EXPECT_EQ(Unregistered::s_Live, 1);
+        Meta::Any copy = value;
+        EXPECT_EQ(Unregistered::s_Live, 2);
+    }
+    EXPECT_EQ(Unregistered::s_Live, 0);
+}
+
+TEST(AnyTest, MethodResultOfAnUnregisteredTypeIsDeleted)
+{
+    Maker maker;
+    {
+        Meta::Any result = Meta::Get<Maker>()->FindMethod("Make")->Call(&maker);
+        EXPECT_FALSE(result.IsEmpty());
+        EXPECT_EQ(Unregistered::s_Live, 1);
+    }
+    EXPECT_EQ(Unregistered::s_Live, 0);
+}
+
+TEST(AnyTest, OwnedValueAssignedToAnAnyRefThroughAnAnyReferenceIsDeleted)
+{
+    Counted elsewhere;
+    {
+        Meta::AnyRef reference = Meta::AnyRef::To(elsewhere);
+        Meta::Any& slot = reference;
+        slot = Meta::Any::Make(Counted());
+        EXPECT_TRUE(reference.Owns());
+        EXPECT_EQ(Counted::s_Live, 2);
+    }
+    EXPECT_EQ(Counted::s_Live, 1);
+}

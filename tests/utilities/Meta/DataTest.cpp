@@ -4,9 +4,13 @@
 #include "engine/Component.h"
 #include "engine/SpaceManager.h"
 #include "platform/Dialog.h"
+#include "support/ReportCapture.h"
 #include "support/Scoped.h"
+#include "utilities/Serialization/Serializer.h"
 
 #include <gtest/gtest.h>
+
+#include <vector>
 
 namespace
 {
@@ -94,4 +98,57 @@ TEST(MetaDataTest, ParentingATypeToItselfIsReported)
     data.AddParent(&data);
     const std::string reported = testing::internal::GetCapturedStderr();
     EXPECT_NE(reported.find("Why are you parenting yourself?"), std::string::npos);
+}
+
+namespace
+{
+// A class nobody registers, used as the type of a saved member.
+struct NoTextForm
+{
+    int hidden = 0;
+};
+
+// Saves a member whose type has no text form, and one that is fine.
+struct SavesTheUnsavable
+{
+    NoTextForm m_Broken;
+    std::vector<NoTextForm> m_AlsoBroken;
+    int m_Fine = 1;
+};
+}
+
+META_REGISTER(SavesTheUnsavable)
+{
+    MEMBER(m_Broken, "");
+    MEMBER(m_AlsoBroken, "");
+    MEMBER(m_Fine, "");
+}
+
+TEST(DataTest, SavedMemberOfATypeWithNoTextFormIsReportedAndNoLongerSaved)
+{
+    ReportCapture reports;
+    Meta::CheckTextForms();
+    const Meta::Data* type = Meta::Get<SavesTheUnsavable>();
+    EXPECT_FALSE(type->FindMember("Broken")->m_Serialize);
+    EXPECT_FALSE(type->FindMember("AlsoBroken")->m_Serialize);
+    EXPECT_TRUE(type->FindMember("Fine")->m_Serialize);
+    // One report names them all.
+    EXPECT_TRUE(reports.Holds("The member SavesTheUnsavable.Broken is of an unregistered type"));
+    EXPECT_TRUE(reports.Holds("The member SavesTheUnsavable.AlsoBroken is of an unregistered type"));
+
+    // The object's block holds only what can be read back.
+    SavesTheUnsavable object;
+    Util::Serializer serializer;
+    serializer.OpenText("");
+    serializer.WriteObjectBlock(type, &object);
+    EXPECT_EQ(serializer.GetText(), "\n{\n  Fine 1\n}");
+}
+
+TEST(DataTest, EveryRegisteredSavedValueOfTheEngineHasATextForm)
+{
+    ReportCapture reports;
+    Meta::CheckTextForms();
+    EXPECT_EQ(reports.Text().find("Transform."), std::string::npos);
+    EXPECT_EQ(reports.Text().find("Settings."), std::string::npos);
+    EXPECT_TRUE(Meta::Get<Transform>()->FindMember("Position")->m_Serialize);
 }

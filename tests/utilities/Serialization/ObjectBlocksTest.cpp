@@ -2,12 +2,13 @@
 
 #include "Components/Transform/Transform.h"
 #include "support/ReportCapture.h"
-#include "utilities/Meta/Data.h"
+#include "utilities/Meta/Registration.h"
 #include "utilities/Serialization/TextSamples.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace
 {
@@ -405,4 +406,64 @@ TEST(ObjectBlocksTest, ComponentsCompareOverTheirSavedMembersAndProperties)
     EXPECT_FALSE(first.Compare(&second));
     const Transform transform;
     EXPECT_FALSE(first.Compare(&transform));
+}
+
+namespace
+{
+// A type that holds more of itself, so a file can nest it as deep as it likes.
+struct Nest
+{
+    virtual ~Nest() = default;
+    std::vector<Nest> m_Inner;
+    int m_Mark = 0;
+};
+
+// Depth of the first chain of inner nests.
+unsigned Depth(const Nest& nest)
+{
+    unsigned depth = 0;
+    for (const Nest* at = &nest; !at->m_Inner.empty(); at = &at->m_Inner.front())
+        ++depth;
+    return depth;
+}
+}
+
+META_REGISTER(Nest)
+{
+    MEMBER(m_Inner, "");
+    MEMBER(m_Mark, "");
+}
+
+TEST(ObjectBlocksTest, NestingDeeperThanTheLimitIsReportedAndSkippedWithoutRunningOutOfStack)
+{
+    // Far deeper than any stack allows a recursive reader to follow.
+    constexpr int kLevels = 200000;
+    std::string text;
+    for (int i = 0; i < kLevels; ++i)
+        text += "{ Inner { ";
+    for (int i = 0; i < kLevels; ++i)
+        text += "} } ";
+    // The outer list ends, and the outer object goes on after the skipped depths.
+    text += "}\nMark 5\n}";
+    ReportCapture reports;
+    Util::Serializer serializer;
+    serializer.OpenText("{ Mark 3\nInner { " + text, "Deep.txt");
+    Nest nest;
+    serializer.ReadObject(Meta::Get<Nest>(), &nest);
+    EXPECT_TRUE(reports.Holds("nested deeper than 64 levels"));
+    EXPECT_EQ(nest.m_Mark, 5);
+    EXPECT_LE(Depth(nest), Util::Serializer::kMaxNesting);
+    EXPECT_GE(Depth(nest), Util::Serializer::kMaxNesting - 1);
+}
+
+TEST(ObjectBlocksTest, NestingWithinTheLimitReadsWhole)
+{
+    std::string text = "{ Mark 1 }";
+    for (int i = 0; i < 10; ++i)
+        text = "{ Inner { " + text + " } }";
+    Util::Serializer serializer;
+    serializer.OpenText(text, "Shallow.txt");
+    Nest nest;
+    serializer.ReadObject(Meta::Get<Nest>(), &nest);
+    EXPECT_EQ(Depth(nest), 10u);
 }

@@ -186,3 +186,38 @@ TEST(SerializerTest, QuotedBraceInsideASkippedBlockEndsTheBlockEarly)
     serializer.SkipValue();
     EXPECT_EQ(Rest(serializer), "\" } rest");
 }
+
+TEST(SerializerTest, FindLineWithAnEmptyTextFindsNothingAndReturns)
+{
+    Util::Serializer serializer;
+    serializer.OpenText("Name { 1 }\n");
+    EXPECT_FALSE(serializer.FindLine(""));
+    EXPECT_TRUE(serializer.FindLine("Name"));
+}
+
+TEST(SerializerTest, EscapedLineEndsInAMegabyteStringAllReadBack)
+{
+    // Half a million escapes: a reader that shifts the rest of the text per escape
+    // does a quarter of a trillion byte moves, and the test runs out of time.
+    std::string escapes;
+    for (int i = 0; i < 500000; ++i)
+        escapes += "\\n";
+    Util::Serializer serializer;
+    serializer.OpenText("\"" + escapes + "\" after");
+    std::string text;
+    serializer.ReadStringHelper(text);
+    ASSERT_EQ(text.size(), 500000u);
+    EXPECT_EQ(text.find_first_not_of('\n'), std::string::npos);
+    std::string after;
+    serializer.m_Stream >> after;
+    EXPECT_EQ(after, "after");
+}
+
+TEST(SerializerTest, BackslashesThatStartNoLineEndStay)
+{
+    Util::Serializer serializer;
+    serializer.OpenText(R"("a\\nb\tc\")");
+    std::string text;
+    serializer.ReadStringHelper(text);
+    EXPECT_EQ(text, "a\\\nb\\tc\\");
+}

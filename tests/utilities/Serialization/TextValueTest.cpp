@@ -6,7 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <set>
 #include <string>
+#include <vector>
 
 namespace
 {
@@ -344,4 +347,34 @@ TEST(TextValueTest, EveryRegisteredValueTypeIsWrittenAndReadThroughTheRegistry)
     SampleInner inner;
     inner.m_Label = "through the registry";
     EXPECT_EQ(*roundTrip("SampleInner", Meta::Any::Make(inner)).Get<SampleInner>(), inner);
+}
+
+TEST(TextValueTest, IgnoringTheListSeparatorReportLeavesTheSetReportStanding)
+{
+    ReportCapture reports;
+    Util::Serializer serializer;
+    serializer.OpenText("{ 1 2 }", "Archetypes/Crate.txt");
+    std::vector<int> list;
+    Util::ReadValue(serializer, list);
+    serializer.OpenText("{ 1 ; 2 }", "Biomes.txt");
+    std::set<int> set;
+    Util::ReadValue(serializer, set);
+    EXPECT_TRUE(reports.Holds("Missing seperator in list! \nFile:  Archetypes/Crate.txt"));
+    EXPECT_TRUE(reports.Holds("Missing seperator in container! \nFile:  Biomes.txt"));
+}
+
+TEST(TextValueTest, OnlyTypesWithATextFormCanBeSaved)
+{
+    static_assert(Util::kHasTextForm<int> && Util::kHasTextForm<std::string> && Util::kHasTextForm<SampleMode>);
+    static_assert(Util::kHasTextForm<std::vector<std::pair<int, std::string>>>);
+    static_assert(Util::kHasTextForm<std::map<std::string, float>>);
+    static_assert(!Util::kHasTextForm<int*> && !Util::kHasTextForm<long long> && !Util::kHasTextForm<void*>);
+    static_assert(!Util::kHasTextForm<std::vector<int*>> && !Util::kHasTextForm<std::map<int, char*>>);
+    static_assert(!Util::kHasTextForm<std::pair<int, const char*>>);
+    EXPECT_TRUE(Util::TextFormIsRegistered<std::vector<SampleInner>>());
+    struct NobodyRegistersThis
+    {
+    };
+    EXPECT_FALSE(Util::TextFormIsRegistered<std::vector<NobodyRegistersThis>>());
+    EXPECT_FALSE(Util::TextFormIsRegistered<int*>());
 }
