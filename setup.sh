@@ -5,10 +5,11 @@
 #   ./setup.sh          build the game into build/
 #   ./setup.sh test     build the sanitized test configuration into build-test/
 #                       and run every test
-#   ./setup.sh fuzz [seconds]
+#   ./setup.sh fuzz [seconds] [text | cursor]
 #                       build the libFuzzer targets with clang into build-fuzz/
-#                       and fuzz the text reader (default 600 seconds); crashes
-#                       and hangs are written to build-fuzz/artifacts/
+#                       and fuzz one reader (default 600 seconds): the text
+#                       reader (the default) or the cursor reader; crashes and
+#                       hangs are written to build-fuzz/artifacts/
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -46,17 +47,26 @@ case "${1:-}" in
     ;;
   fuzz)
     seconds="${2:-600}"
+    # Each reader has a target <Name>Fuzz and seed inputs in fuzz/seeds/<Name>/.
+    case "${3:-text}" in
+      text) name=ReadObject ;;
+      cursor) name=ReadCursor ;;
+      *)
+        echo "usage: ./setup.sh fuzz [seconds] [text | cursor]" >&2
+        exit 2
+        ;;
+    esac
     cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
       -DVORN_FUZZ=ON -DVORN_TESTS=OFF -DVORN_BENCH=OFF >/dev/null
-    cmake --build build-fuzz -j "$jobs" --target ReadObjectFuzz
-    mkdir -p fuzz-corpus/ReadObject build-fuzz/artifacts
+    cmake --build build-fuzz -j "$jobs" --target "${name}Fuzz"
+    mkdir -p "fuzz-corpus/$name" "build-fuzz/artifacts/$name"
     # The reader must answer every input within a second; -timeout catches hangs.
-    ./build-fuzz/fuzz/ReadObjectFuzz fuzz-corpus/ReadObject fuzz/seeds/ReadObject \
+    "./build-fuzz/fuzz/${name}Fuzz" "fuzz-corpus/$name" "fuzz/seeds/$name" \
       -max_total_time="$seconds" -timeout=5 -rss_limit_mb=2048 -print_final_stats=1 \
-      -artifact_prefix=build-fuzz/artifacts/
+      -artifact_prefix="build-fuzz/artifacts/$name/"
     ;;
   *)
-    echo "usage: ./setup.sh [test | fuzz [seconds]]" >&2
+    echo "usage: ./setup.sh [test | fuzz [seconds] [text | cursor]]" >&2
     exit 2
     ;;
 esac

@@ -164,7 +164,8 @@ int WinMain(const char* commandLine)
     MakeSpaceSystems();
     // 12. The first frame's time is clamped like every other.
     FrameRateController::Get().ClampDt();
-    // 13. The GUI's display size; the GUI itself and its "imgui.ini" are not built yet.
+    // 13. The GUI's display size; the GUI itself and its "imgui.ini" are not built yet. Window::Initialize
+    //     sets it again once it has read the display's scale.
     GuiInput::Get().m_DisplayWidth = window.GetLogicalWidth();
     GuiInput::Get().m_DisplayHeight = window.GetLogicalHeight();
     // 14. Settings are loaded, every system's Initialize runs, settings are saved.

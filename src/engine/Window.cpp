@@ -1,8 +1,10 @@
 #include "engine/Window.h"
 
 #include "editor/GuiInput.h"
+#include "engine/CursorFile.h"
 #include "engine/Files.h"
 #include "engine/GameStateManager.h"
+#include "engine/Log.h"
 #include "engine/Manager.h"
 #include "engine/Options.h"
 #include "input/InputManager.h"
@@ -10,8 +12,37 @@
 #include "platform/KeyCodes.h"
 #include "utilities/Meta/Registration.h"
 
+#include <algorithm>
+#include <cmath>
+
 using Platform::WindowMessage;
 using Platform::WindowMessageKind;
+
+namespace
+{
+// Pixels over scale, cut to an integer; a scale that is no number above zero counts as 1.
+int Unscaled(int pixels, float scale)
+{
+    if (!(scale > 0.0f))
+        return pixels;
+    const double logical = static_cast<double>(pixels) / static_cast<double>(scale);
+    return static_cast<int>(std::clamp(logical, -2147483648.0, 2147483647.0));
+}
+
+// A position as percent of a size; 0 where the size is zero, as with a window minimized before it was made.
+float Percent(int position, int size)
+{
+    return size > 0 ? static_cast<float>(position) / static_cast<float>(size) * 100.0f : 0.0f;
+}
+
+// A reported scale as the window uses it: 1 when unknown, kept within the window's range.
+float SaneScale(float scale)
+{
+    if (!std::isfinite(scale) || !(scale > 0.0f))
+        return 1.0f;
+    return std::clamp(scale, Window::kMinScale, Window::kMaxScale);
+}
+}
 
 META_REGISTER_ENUM(ScreenMode, {{"Keep", 0}, {"Toggle", 3}});
 
@@ -65,19 +96,66 @@ Meta::Data* Window::GetMeta() const
     return Meta::Get<Window>();
 }
 
+int Window::GetLogicalWidth() const
+{
+    return Unscaled(m_Width, m_HorizontalScale);
+}
+
+int Window::GetLogicalHeight() const
+{
+    return Unscaled(m_Height, m_VerticalScale);
+}
+
+void Window::SetDisplayScale(Platform::DisplayScale scale)
+{
+    m_HorizontalScale = SaneScale(scale.horizontal);
+    m_VerticalScale = SaneScale(scale.vertical);
+}
+
 void Window::Initialize()
 {
-    Platform::NativeWindow::GetDisplayScale(m_HorizontalScale, m_VerticalScale);
+    // The display answers only once video runs, so video starts first.
+    m_Native.StartVideo();
+    SetDisplayScale(m_DisplayScaleQuery ? m_DisplayScaleQuery() : m_Native.GetDisplayScale());
     WindowMessage minMax;
     minMax.kind = WindowMessageKind::GetMinMaxInfo;
     HandleMessage(minMax);
     // The native window's client area is exactly the size asked for, so there is no border to make up.
-    m_Native.Create(m_Title, GetLogicalWidth(), GetLogicalHeight(), minMax.minWidth, minMax.minHeight);
-    m_Native.SetCursorFromFile(Util::GetDataDirectory() + "Emberfallow_Cursor.cur");
+    if (m_Native.Create(m_Title, GetLogicalWidth(), GetLogicalHeight(), minMax.minWidth, minMax.minHeight))
+    {
+        // A new window's first size message: the client size it was given.
+        WindowMessage size;
+        size.kind = WindowMessageKind::Size;
+        m_Native.GetClientSize(size.width, size.height);
+        HandleMessage(size);
+    }
+    LoadCursor();
     m_BorderX = 0;
     m_BorderY = 0;
     InputManager::Get().Initialize(this);
     m_Created = true;
+    UpdateGuiDisplaySize();
+}
+
+std::string Window::GetCursorPath()
+{
+    return Util::GetDataDirectory() + "Emberfallow_Cursor.cur";
+}
+
+bool Window::LoadCursor()
+{
+    const std::string path = GetCursorPath();
+    Engine::CursorImage image;
+    std::string error;
+    if (!Engine::ReadCursorFile(path, image, error))
+    {
+        LOG("WARNING", "Cursor \"" + path + "\" not used: " + error + ". The system arrow stays.");
+        return false;
+    }
+    if (!m_Native.SetCursorImage(image.pixels.data(), image.width, image.height, image.hotspotX, image.hotspotY,
+                                 error))
+        LOG("Info", "Cursor \"" + path + "\" cannot be shown here (" + error + "); the system arrow stays.");
+    return true;
 }
 
 void Window::Update(float)
@@ -230,8 +308,8 @@ long Window::HandleMessage(WindowMessage& message)
             return 0;
         recorder.NoteMessage(message);
         const bool moved = message.x != input.m_MouseX || message.y != input.m_MouseY;
-        const float percentX = static_cast<float>(message.x) / static_cast<float>(GetLogicalWidth()) * 100.0f;
-        const float percentY = static_cast<float>(message.y) / static_cast<float>(GetLogicalHeight()) * 100.0f;
+        const float percentX = Percent(message.x, GetLogicalWidth());
+        const float percentY = Percent(message.y, GetLogicalHeight());
         input.SetMousePosition(message.x, message.y, percentX, percentY);
         gui.m_MouseX = static_cast<float>(message.x);
         gui.m_MouseY = static_cast<float>(message.y);

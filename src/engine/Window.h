@@ -1,4 +1,6 @@
-// Window: the game's window as an engine system. Its Update steps the input
+// Window: the game's window as an engine system. Initialize starts video, reads
+// the scale of the display the window opens on, opens the window at the logical
+// size and puts the data directory's cursor over it. Its Update steps the input
 // recorder, starts the input frame and pumps the window's messages; its window
 // procedure (HandleMessage) turns each message into input, GUI input and the
 // WindowResize / WindowFocus events. The procedure works on plain messages, so
@@ -10,6 +12,7 @@
 #include "platform/NativeWindow.h"
 #include "platform/WindowMessage.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -50,7 +53,11 @@ public:
     static Window& Get();
     Window();
 
-    // Makes the native window at the logical size and binds input to it.
+    // Where Initialize reads the display scale, once video runs.
+    using DisplayScaleQuery = std::function<Platform::DisplayScale()>;
+
+    // Starts video, reads the display scale, makes the native window at the
+    // logical size, puts the cursor over it and binds input to it.
     void Initialize() override;
     // Replay step, input step, then every waiting message.
     void Update(float dt) override;
@@ -60,6 +67,15 @@ public:
     void Show();
     // Closes the native window at shutdown.
     void DestroyNativeWindow() { m_Native.Destroy(); }
+    // True while the window holds the video system (from the start of Initialize).
+    bool IsVideoStarted() const { return m_Native.IsVideoStarted(); }
+    // Replaces the display's own scale query; tests give the window a display of their own.
+    void SetDisplayScaleQuery(DisplayScaleQuery query) { m_DisplayScaleQuery = std::move(query); }
+    // The cursor file: "Emberfallow_Cursor.cur" in the data directory.
+    static std::string GetCursorPath();
+    // Reads the cursor file and puts it over the window; true if the file held a
+    // cursor. A missing or broken file is logged and the system arrow stays.
+    bool LoadCursor();
     // The window procedure: handles one message and returns its result.
     long HandleMessage(Platform::WindowMessage& message);
 
@@ -67,10 +83,10 @@ public:
     int GetWidth() const { return m_Width; }
     // Client height in pixels.
     int GetHeight() const { return m_Height; }
-    // Width without display scale.
-    int GetLogicalWidth() const { return static_cast<int>(static_cast<float>(m_Width) / m_HorizontalScale); }
-    // Height without display scale.
-    int GetLogicalHeight() const { return static_cast<int>(static_cast<float>(m_Height) / m_VerticalScale); }
+    // Width without display scale, cut to an integer.
+    int GetLogicalWidth() const;
+    // Height without display scale, cut to an integer.
+    int GetLogicalHeight() const;
 
     // Cleared by --DisableLostFocus: activation messages are then ignored.
     bool m_LostFocusEnabled = true;
@@ -97,11 +113,16 @@ public:
     // Smallest client size the window may take.
     static constexpr int kMinWidth = 1024;
     static constexpr int kMinHeight = 576;
+    // Display scales outside this range are taken as wrong reports and clamped.
+    static constexpr float kMinScale = 0.5f;
+    static constexpr float kMaxScale = 4.0f;
 
 private:
     void Close();
     void UpdateGuiDisplaySize();
+    void SetDisplayScale(Platform::DisplayScale scale);
 
     Platform::NativeWindow m_Native;
+    DisplayScaleQuery m_DisplayScaleQuery;
     std::vector<Platform::WindowMessage> m_Messages;
 };

@@ -5,7 +5,6 @@
 #include <SDL.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cstdio>
 
 namespace Platform
@@ -47,16 +46,6 @@ WindowMessage MakeActivate(int activation)
     message.activation = activation;
     message.otherWindowIsNull = true;
     return message;
-}
-
-bool EndsWithBmp(const std::string& path)
-{
-    if (path.size() < 4)
-        return false;
-    std::string extension = path.substr(path.size() - 4);
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return extension == ".bmp";
 }
 
 // Decodes one UTF-8 sequence at `text[i]`, advancing `i`; malformed input gives U+FFFD.
@@ -280,37 +269,51 @@ NativeWindow::~NativeWindow()
     Destroy();
 }
 
-// Unknown (1) until video is running and the display reports its DPI.
-void NativeWindow::GetDisplayScale(float& horizontal, float& vertical)
+// One reference on SDL's video system, taken once and given back by Destroy.
+bool NativeWindow::StartVideo()
 {
-    horizontal = 1.0f;
-    vertical = 1.0f;
-    if (SDL_WasInit(SDL_INIT_VIDEO) == 0)
-        return;
-    float hdpi = 0.0f;
-    float vdpi = 0.0f;
-    if (SDL_GetDisplayDPI(0, nullptr, &hdpi, &vdpi) != 0 || hdpi <= 0.0f || vdpi <= 0.0f)
-        return;
-    horizontal = hdpi / 96.0f;
-    vertical = vdpi / 96.0f;
-}
-
-// Holds one reference on SDL's video subsystem for as long as the window lives.
-bool NativeWindow::Create(const std::string& title, int clientWidth, int clientHeight, int minWidth, int minHeight)
-{
-    Destroy();
+    if (m_VideoStarted)
+        return true;
     if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0)
     {
         std::fprintf(stderr, "NativeWindow: cannot start video: %s\n", SDL_GetError());
         return false;
     }
+    m_VideoStarted = true;
+    return true;
+}
+
+// Unknown (1) until video is running and the display reports its DPI.
+DisplayScale NativeWindow::GetDisplayScale() const
+{
+    DisplayScale scale;
+    if (SDL_WasInit(SDL_INIT_VIDEO) == 0)
+        return scale;
+    int display = 0;
+    if (m_Window != nullptr)
+        display = std::max(0, SDL_GetWindowDisplayIndex(AsWindow(m_Window)));
+    float hdpi = 0.0f;
+    float vdpi = 0.0f;
+    if (SDL_GetDisplayDPI(display, nullptr, &hdpi, &vdpi) != 0 || !(hdpi > 0.0f) || !(vdpi > 0.0f))
+        return scale;
+    scale.horizontal = hdpi / 96.0f;
+    scale.vertical = vdpi / 96.0f;
+    return scale;
+}
+
+// Holds one reference on SDL's video system for as long as the window lives.
+bool NativeWindow::Create(const std::string& title, int clientWidth, int clientHeight, int minWidth, int minHeight)
+{
+    if (m_Window != nullptr)
+        Destroy();
+    if (!StartVideo())
+        return false;
     SDL_Window* window = SDL_CreateWindow(title.c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, clientWidth,
                                           clientHeight,
                                           SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
     if (window == nullptr)
     {
         std::fprintf(stderr, "NativeWindow: cannot create the window: %s\n", SDL_GetError());
-        SDL_QuitSubSystem(SDL_INIT_VIDEO);
         return false;
     }
     SDL_SetWindowMinimumSize(window, minWidth, minHeight);
@@ -319,17 +322,42 @@ bool NativeWindow::Create(const std::string& title, int clientWidth, int clientH
     return true;
 }
 
-bool NativeWindow::SetCursorFromFile(const std::string& path)
+void NativeWindow::GetClientSize(int& width, int& height) const
 {
-    if (m_Window == nullptr || !EndsWithBmp(path))
+    width = 0;
+    height = 0;
+    if (m_Window != nullptr)
+        SDL_GetWindowSize(AsWindow(m_Window), &width, &height);
+}
+
+bool NativeWindow::SetCursorImage(const std::uint8_t* rgba, int width, int height, int hotspotX, int hotspotY,
+                                  std::string& error)
+{
+    if (m_Window == nullptr)
+    {
+        error = "there is no window";
         return false;
-    SDL_Surface* image = SDL_LoadBMP(path.c_str());
-    if (image == nullptr)
+    }
+    if (rgba == nullptr || width <= 0 || height <= 0)
+    {
+        error = "the cursor image is empty";
         return false;
-    SDL_Cursor* cursor = SDL_CreateColorCursor(image, 0, 0);
-    SDL_FreeSurface(image);
+    }
+    // SDL only reads the pixels while the cursor is made.
+    SDL_Surface* surface = SDL_CreateRGBSurfaceWithFormatFrom(const_cast<std::uint8_t*>(rgba), width, height, 32,
+                                                              width * 4, SDL_PIXELFORMAT_RGBA32);
+    if (surface == nullptr)
+    {
+        error = SDL_GetError();
+        return false;
+    }
+    SDL_Cursor* cursor = SDL_CreateColorCursor(surface, hotspotX, hotspotY);
+    SDL_FreeSurface(surface);
     if (cursor == nullptr)
+    {
+        error = SDL_GetError();
         return false;
+    }
     SDL_SetCursor(cursor);
     if (m_Cursor != nullptr)
         SDL_FreeCursor(static_cast<SDL_Cursor*>(m_Cursor));
@@ -370,16 +398,21 @@ void NativeWindow::PumpMessages(std::vector<WindowMessage>& out)
 // Safe to call any number of times; the destructor calls it too.
 void NativeWindow::Destroy()
 {
-    if (m_Window == nullptr)
-        return;
     if (m_Cursor != nullptr)
     {
         SDL_FreeCursor(static_cast<SDL_Cursor*>(m_Cursor));
         m_Cursor = nullptr;
     }
-    SDL_StopTextInput();
-    SDL_DestroyWindow(AsWindow(m_Window));
-    m_Window = nullptr;
-    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    if (m_Window != nullptr)
+    {
+        SDL_StopTextInput();
+        SDL_DestroyWindow(AsWindow(m_Window));
+        m_Window = nullptr;
+    }
+    if (m_VideoStarted)
+    {
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
+        m_VideoStarted = false;
+    }
 }
 }

@@ -1,15 +1,25 @@
-// NativeWindow: the operating system's window under Engine::Window. It makes
-// the window, pumps its events as WindowMessages, and reports the display
-// scale. With SDL_VIDEODRIVER=offscreen the window exists without a display.
+// NativeWindow: the operating system's window under Engine::Window. It starts
+// the video system (so that the display can be asked for its scale before the
+// window exists), makes the window, pumps its events as WindowMessages and puts
+// a cursor image over it. With SDL_VIDEODRIVER=offscreen the window exists
+// without a display; that driver knows no display scale and shows no cursors.
 #pragma once
 
 #include "platform/WindowMessage.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace Platform
 {
+// Display pixels per inch over 96, horizontally and vertically.
+struct DisplayScale
+{
+    float horizontal = 1.0f;
+    float vertical = 1.0f;
+};
+
 class NativeWindow
 {
 public:
@@ -18,14 +28,22 @@ public:
     NativeWindow(const NativeWindow&) = delete;
     NativeWindow& operator=(const NativeWindow&) = delete;
 
-    // Display pixels per inch over 96, horizontally and vertically (1 if unknown).
-    static void GetDisplayScale(float& horizontal, float& vertical);
+    // Starts the video system, held until Destroy; true if it runs. Create starts it too.
+    bool StartVideo();
+    // True while this window holds the video system.
+    bool IsVideoStarted() const { return m_VideoStarted; }
+    // The scale of the display the window opens on (the primary one) or is on; 1 where unknown.
+    DisplayScale GetDisplayScale() const;
 
     // Makes a hidden window with the given client size, centred on the primary
     // screen, with a minimum client size. False if no window could be made.
     bool Create(const std::string& title, int clientWidth, int clientHeight, int minWidth, int minHeight);
-    // Loads a cursor image from a file and uses it over the window; false if it can't.
-    bool SetCursorFromFile(const std::string& path);
+    // The client size in window coordinates; 0 x 0 without a window.
+    void GetClientSize(int& width, int& height) const;
+    // Puts an RGBA image (top row first) over the window as its cursor, the
+    // hotspot pointing. False, with the reason in `error`, if the system refuses.
+    bool SetCursorImage(const std::uint8_t* rgba, int width, int height, int hotspotX, int hotspotY,
+                        std::string& error);
     // Shows the window without stealing focus from another program, and raises it.
     void Show();
     // Appends every waiting message to `out`, in arrival order.
@@ -38,5 +56,6 @@ public:
 private:
     void* m_Window = nullptr;
     void* m_Cursor = nullptr;
+    bool m_VideoStarted = false;
 };
 }

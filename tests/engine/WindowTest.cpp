@@ -1,14 +1,22 @@
 #include "engine/Window.h"
 
 #include "editor/GuiInput.h"
+#include "engine/Files.h"
 #include "engine/GameStateManager.h"
 #include "engine/Manager.h"
 #include "engine/Options.h"
 #include "input/InputManager.h"
 #include "platform/KeyCodes.h"
+#include "support/ReportCapture.h"
+#include "support/Scoped.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <filesystem>
+#include <limits>
+#include <string>
 #include <vector>
 
 using Platform::WindowMessage;
@@ -54,6 +62,34 @@ protected:
     Window m_Window;
     WindowEvents m_Events;
 };
+
+// A window that opens for real, on the offscreen driver, with a display of the test's making.
+class OpenedWindowTest : public testing::Test
+{
+protected:
+    void TearDown() override
+    {
+        m_Window.DestroyNativeWindow();
+        InputManager::Get().Initialize(nullptr);
+        Util::SetDataDirectory(m_DataDirectory);
+    }
+    // The display answers only once video runs, as a real one does.
+    void GiveDisplayScale(float horizontal, float vertical)
+    {
+        m_Window.SetDisplayScaleQuery([this, horizontal, vertical] {
+            return m_Window.IsVideoStarted() ? Platform::DisplayScale{horizontal, vertical} : Platform::DisplayScale{};
+        });
+    }
+
+    ScopedEnvironment m_Driver{"SDL_VIDEODRIVER", "offscreen"};
+    const std::string m_DataDirectory = Util::GetDataDirectory();
+    Window m_Window;
+};
+
+std::string ShippedCursor()
+{
+    return (std::filesystem::path(VORN_TEST_DATA_DIR) / ".." / ".." / "Data" / "Emberfallow_Cursor.cur").string();
+}
 }
 
 TEST_F(WindowTest, SizeStoresTheClientSizeAndBroadcastsAResize)
@@ -241,4 +277,131 @@ TEST_F(WindowTest, LogicalSizeDividesByTheDisplayScale)
     Send(WindowMessageKind::Size, Size(1536, 1152));
     EXPECT_EQ(m_Window.GetLogicalWidth(), 1024);
     EXPECT_EQ(m_Window.GetLogicalHeight(), 576);
+}
+
+TEST_F(WindowTest, MousePercentIsZeroOverAZeroSizeClientArea)
+{
+    m_Window.m_Created = false;  // before creation a zero size is kept as it is
+    Send(WindowMessageKind::Size, Size(0, 0));
+    ASSERT_EQ(m_Window.GetLogicalWidth(), 0);
+    WindowMessage move;
+    move.x = 10;
+    move.y = 20;
+    Send(WindowMessageKind::MouseMove, move);
+    EXPECT_EQ(InputManager::Get().m_MouseX, 10);
+    EXPECT_EQ(InputManager::Get().m_MousePercentX, 0.0f);
+    EXPECT_EQ(InputManager::Get().m_MousePercentY, 0.0f);
+}
+
+TEST_F(WindowTest, MousePercentIsZeroWhenTheScaleLeavesNoLogicalSize)
+{
+    Send(WindowMessageKind::Size, Size(3, 3));
+    m_Window.m_HorizontalScale = 8.0f;
+    m_Window.m_VerticalScale = 0.0f;  // no scale at all counts as 1
+    EXPECT_EQ(m_Window.GetLogicalWidth(), 0);
+    EXPECT_EQ(m_Window.GetLogicalHeight(), 3);
+    WindowMessage move;
+    move.x = 2;
+    move.y = 1;
+    Send(WindowMessageKind::MouseMove, move);
+    EXPECT_EQ(InputManager::Get().m_MousePercentX, 0.0f);
+    EXPECT_TRUE(std::isfinite(InputManager::Get().m_MousePercentY));
+}
+
+TEST_F(WindowTest, MousePercentIsOfTheLogicalSize)
+{
+    m_Window.m_HorizontalScale = 2.0f;
+    m_Window.m_VerticalScale = 2.0f;
+    Send(WindowMessageKind::Size, Size(1024, 576));
+    WindowMessage move;
+    move.x = 256;
+    move.y = 72;
+    Send(WindowMessageKind::MouseMove, move);
+    EXPECT_FLOAT_EQ(InputManager::Get().m_MousePercentX, 50.0f);
+    EXPECT_FLOAT_EQ(InputManager::Get().m_MousePercentY, 25.0f);
+}
+
+TEST_F(OpenedWindowTest, InitializeReadsTheDisplayScaleOnceVideoRuns)
+{
+    GiveDisplayScale(1.5f, 2.0f);
+    m_Window.Initialize();
+    EXPECT_TRUE(m_Window.IsVideoStarted());
+    EXPECT_FLOAT_EQ(m_Window.m_HorizontalScale, 1.5f);
+    EXPECT_FLOAT_EQ(m_Window.m_VerticalScale, 2.0f);
+}
+
+TEST_F(OpenedWindowTest, WindowOpensAtTheLogicalSizeOfItsDisplay)
+{
+    // 48 pixels per inch: the 1024 x 576 pixels the game asks for are 2048 x 1152 logical.
+    GiveDisplayScale(0.5f, 0.5f);
+    m_Window.Initialize();
+    EXPECT_EQ(m_Window.GetWidth(), 2048);
+    EXPECT_EQ(m_Window.GetHeight(), 1152);
+    EXPECT_EQ(GuiInput::Get().m_DisplayWidth, m_Window.GetLogicalWidth());
+    EXPECT_EQ(GuiInput::Get().m_DisplayHeight, m_Window.GetLogicalHeight());
+}
+
+TEST_F(OpenedWindowTest, MousePercentFollowsTheDisplayScale)
+{
+    // 192 pixels per inch: the window keeps its smallest size, 1024 x 576, which is 512 x 288 logical.
+    GiveDisplayScale(2.0f, 2.0f);
+    m_Window.Initialize();
+    ASSERT_EQ(m_Window.GetWidth(), 1024);
+    ASSERT_EQ(m_Window.GetLogicalWidth(), 512);
+    WindowMessage move;
+    move.kind = WindowMessageKind::MouseMove;
+    move.x = 256;
+    move.y = 144;
+    m_Window.HandleMessage(move);
+    EXPECT_FLOAT_EQ(InputManager::Get().m_MousePercentX, 50.0f);
+    EXPECT_FLOAT_EQ(InputManager::Get().m_MousePercentY, 50.0f);
+}
+
+TEST_F(OpenedWindowTest, ADisplayScaleThatIsNoNumberOrOutOfRangeIsNotTaken)
+{
+    GiveDisplayScale(std::numeric_limits<float>::quiet_NaN(), -1.0f);
+    m_Window.Initialize();
+    EXPECT_FLOAT_EQ(m_Window.m_HorizontalScale, 1.0f);
+    EXPECT_FLOAT_EQ(m_Window.m_VerticalScale, 1.0f);
+    m_Window.DestroyNativeWindow();
+
+    GiveDisplayScale(100.0f, 0.01f);
+    m_Window.Initialize();
+    EXPECT_FLOAT_EQ(m_Window.m_HorizontalScale, Window::kMaxScale);
+    EXPECT_FLOAT_EQ(m_Window.m_VerticalScale, Window::kMinScale);
+}
+
+TEST_F(OpenedWindowTest, CursorComesFromTheDataDirectory)
+{
+    TempFolder data;
+    std::filesystem::copy_file(ShippedCursor(), data.Path() + "Emberfallow_Cursor.cur");
+    Util::SetDataDirectory(data.Path());
+    EXPECT_EQ(Window::GetCursorPath(), data.Path() + "Emberfallow_Cursor.cur");
+    ReportCapture reports;
+    m_Window.Initialize();
+    EXPECT_TRUE(m_Window.LoadCursor());
+    EXPECT_FALSE(reports.Holds("not used"));
+}
+
+TEST_F(OpenedWindowTest, MissingCursorIsLoggedAndTheSystemArrowStays)
+{
+    TempFolder data;
+    Util::SetDataDirectory(data.Path());
+    ReportCapture reports;
+    m_Window.Initialize();
+    EXPECT_FALSE(m_Window.LoadCursor());
+    EXPECT_TRUE(reports.Holds("[WARNING]"));
+    EXPECT_TRUE(reports.Holds("Cursor \"" + data.Path() + "Emberfallow_Cursor.cur\" not used: the file cannot be opened"));
+}
+
+TEST_F(OpenedWindowTest, BrokenCursorIsLoggedAndTheSystemArrowStays)
+{
+    TempFolder data;
+    data.Write("Emberfallow_Cursor.cur", std::string("\0\0\1\0\1\0junk", 10));
+    Util::SetDataDirectory(data.Path());
+    ReportCapture reports;
+    m_Window.Initialize();
+    EXPECT_TRUE(m_Window.IsVideoStarted());
+    EXPECT_FALSE(m_Window.LoadCursor());
+    EXPECT_TRUE(reports.Holds("not a cursor"));
 }

@@ -6,17 +6,11 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <optional>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace
 {
-namespace fs = std::filesystem;
 using Platform::NativeWindow;
 using Platform::WindowMessage;
 using Platform::WindowMessageKind;
@@ -27,36 +21,6 @@ class NativeWindowTest : public testing::Test
 protected:
     ScopedEnvironment m_Driver{"SDL_VIDEODRIVER", "offscreen"};
 };
-
-void PutLittleEndian(std::vector<char>& bytes, std::uint32_t value, int size)
-{
-    for (int i = 0; i < size; ++i)
-        bytes.push_back(static_cast<char>((value >> (8 * i)) & 0xFF));
-}
-
-// Writes a 2x2 24-bit Windows bitmap, each row padded to four bytes.
-void WriteSmallBitmap(const fs::path& path)
-{
-    const std::uint32_t rowBytes = 8;
-    const std::uint32_t pixelBytes = rowBytes * 2;
-    std::vector<char> bytes{'B', 'M'};
-    PutLittleEndian(bytes, 54 + pixelBytes, 4);  // file size
-    PutLittleEndian(bytes, 0, 4);                // reserved
-    PutLittleEndian(bytes, 54, 4);               // offset of the pixels
-    PutLittleEndian(bytes, 40, 4);               // info header size
-    PutLittleEndian(bytes, 2, 4);                // width
-    PutLittleEndian(bytes, 2, 4);                // height
-    PutLittleEndian(bytes, 1, 2);                // planes
-    PutLittleEndian(bytes, 24, 2);               // bits per pixel
-    PutLittleEndian(bytes, 0, 4);                // no compression
-    PutLittleEndian(bytes, pixelBytes, 4);
-    PutLittleEndian(bytes, 2835, 4);             // 72 dpi
-    PutLittleEndian(bytes, 2835, 4);
-    PutLittleEndian(bytes, 0, 4);                // palette size
-    PutLittleEndian(bytes, 0, 4);                // important colours
-    bytes.resize(bytes.size() + pixelBytes, static_cast<char>(0x80));
-    std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-}
 
 bool ContainsKind(const std::vector<WindowMessage>& messages, WindowMessageKind kind)
 {
@@ -111,38 +75,63 @@ TEST_F(NativeWindowTest, WindowCanBeCreatedAgainAfterDestroy)
     EXPECT_TRUE(window.IsCreated());
 }
 
-TEST_F(NativeWindowTest, DisplayScaleIsOneWhenUnknown)
+TEST_F(NativeWindowTest, VideoStartsBeforeTheWindowAndStopsWithIt)
 {
-    float horizontal = 0.0f;
-    float vertical = 0.0f;
-    NativeWindow::GetDisplayScale(horizontal, vertical);
-    EXPECT_FLOAT_EQ(horizontal, 1.0f);
-    EXPECT_FLOAT_EQ(vertical, 1.0f);
-
     NativeWindow window;
+    EXPECT_FALSE(window.IsVideoStarted());
+    ASSERT_TRUE(window.StartVideo());
+    EXPECT_TRUE(window.IsVideoStarted());
+    EXPECT_FALSE(window.IsCreated());
     ASSERT_TRUE(window.Create("Vorn test", 1024, 576, 640, 360));
-    NativeWindow::GetDisplayScale(horizontal, vertical);
-    EXPECT_GT(horizontal, 0.0f);
-    EXPECT_GT(vertical, 0.0f);
+    window.Destroy();
+    EXPECT_FALSE(window.IsVideoStarted());
 }
 
-// The offscreen driver has no cursors, so a good bitmap is only loaded and
-// released here; what is checked is that other formats and missing files fail.
-TEST_F(NativeWindowTest, CursorIsNotReadFromOtherFormatsOrMissingFiles)
+// The offscreen driver knows no pixels per inch: the scale is 1 there, before and after the window.
+TEST_F(NativeWindowTest, DisplayScaleIsOneWhereTheDisplayDoesNotTell)
 {
-    const fs::path folder = fs::temp_directory_path() / ("vorn-cursor-" + std::to_string(getpid()));
-    fs::create_directories(folder);
-    const fs::path bitmap = folder / "arrow.bmp";
-    WriteSmallBitmap(bitmap);
-    std::ofstream(folder / "arrow.cur") << "not read";
-
     NativeWindow window;
-    EXPECT_FALSE(window.SetCursorFromFile(bitmap.string()));  // no window yet
+    ASSERT_TRUE(window.StartVideo());
+    Platform::DisplayScale scale = window.GetDisplayScale();
+    EXPECT_FLOAT_EQ(scale.horizontal, 1.0f);
+    EXPECT_FLOAT_EQ(scale.vertical, 1.0f);
     ASSERT_TRUE(window.Create("Vorn test", 1024, 576, 640, 360));
-    window.SetCursorFromFile(bitmap.string());
-    EXPECT_FALSE(window.SetCursorFromFile((folder / "arrow.cur").string()));
-    EXPECT_FALSE(window.SetCursorFromFile((folder / "missing.bmp").string()));
-    window.Destroy();
+    scale = window.GetDisplayScale();
+    EXPECT_FLOAT_EQ(scale.horizontal, 1.0f);
+    EXPECT_FLOAT_EQ(scale.vertical, 1.0f);
+}
 
-    fs::remove_all(folder);
+TEST_F(NativeWindowTest, ClientSizeIsTheSizeAskedForAndAtLeastTheMinimum)
+{
+    NativeWindow window;
+    int width = -1;
+    int height = -1;
+    window.GetClientSize(width, height);
+    EXPECT_EQ(width, 0);
+    EXPECT_EQ(height, 0);
+    ASSERT_TRUE(window.Create("Vorn test", 1280, 720, 640, 360));
+    window.GetClientSize(width, height);
+    EXPECT_EQ(width, 1280);
+    EXPECT_EQ(height, 720);
+    ASSERT_TRUE(window.Create("Vorn test", 320, 200, 640, 360));
+    window.GetClientSize(width, height);
+    EXPECT_EQ(width, 640);
+    EXPECT_EQ(height, 360);
+}
+
+// The offscreen driver shows no cursors, so a good image is refused there with SDL's reason.
+TEST_F(NativeWindowTest, CursorImageNeedsAWindowAndAnImage)
+{
+    const std::vector<std::uint8_t> pixels(4 * 4 * 4, 0xFF);
+    std::string error;
+    NativeWindow window;
+    EXPECT_FALSE(window.SetCursorImage(pixels.data(), 4, 4, 0, 0, error));
+    EXPECT_EQ(error, "there is no window");
+    ASSERT_TRUE(window.Create("Vorn test", 1024, 576, 640, 360));
+    EXPECT_FALSE(window.SetCursorImage(nullptr, 4, 4, 0, 0, error));
+    EXPECT_FALSE(window.SetCursorImage(pixels.data(), 0, 4, 0, 0, error));
+    error.clear();
+    const bool shown = window.SetCursorImage(pixels.data(), 4, 4, 1, 1, error);
+    EXPECT_TRUE(shown || !error.empty());
+    window.Destroy();
 }
