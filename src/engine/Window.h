@@ -6,6 +6,7 @@
 #pragma once
 
 #include "engine/Event.h"
+#include "engine/Options.h"
 #include "engine/System.h"
 #include "platform/NativeWindow.h"
 #include "platform/WindowMessage.h"
@@ -104,4 +105,6 @@ private:
 
     Platform::NativeWindow m_Native;
     std::vector<Platform::WindowMessage> m_Messages;
+    // Option "DisableLostFocus", removed again with this window.
+    Engine::OwnedOption m_LostFocusOption{"DisableLostFocus", [this](const char*) { m_LostFocusEnabled = false; }};
 };
