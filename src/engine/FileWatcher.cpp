@@ -1,5 +1,6 @@
 #include "engine/FileWatcher.h"
 
+#include "platform/Threads.h"
 #include "utilities/Meta/Registration.h"
 
 #include <algorithm>
@@ -46,7 +47,11 @@ FileWatcher& FileWatcher::Get()
     return *watcher;
 }
 
-FileWatcher::FileWatcher() : m_Thread([this] { Run(); })
+FileWatcher::FileWatcher()
+    : m_Thread([this] {
+          Platform::BeginEngineThread();
+          Run();
+      })
 {
 }
 

@@ -2,7 +2,6 @@
 
 #include "engine/GenericEvents.h"
 #include "engine/Manager.h"
-#include "engine/Options.h"
 #include "platform/Clock.h"
 #include "utilities/Meta/Registration.h"
 
@@ -20,7 +19,6 @@ FrameRateController::FrameRateController()
     : m_Frequency(static_cast<float>(Platform::GetPerformanceFrequency())),
       m_LastCounter(Platform::GetPerformanceCounter())
 {
-    Engine::Options::RegisterOption("fps", [this](const char* value) { SetTargetFromOption(value); });
 }
 
 FrameRateController& FrameRateController::Get()

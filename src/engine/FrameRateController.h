@@ -4,6 +4,7 @@
 // and sends "EndOfFrame" on the global event table. Option --fps=N sets the cap.
 #pragma once
 
+#include "engine/Options.h"
 #include "engine/System.h"
 
 #include <cstdint>
@@ -54,4 +55,8 @@ public:
     std::uint64_t m_LastCounter = 0;
 
     FrameRateController();
+
+private:
+    // Option "fps", removed again with this controller.
+    Engine::OwnedOption m_FpsOption{"fps", [this](const char* value) { SetTargetFromOption(value); }};
 };

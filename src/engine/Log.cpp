@@ -1,12 +1,26 @@
 #include "engine/Log.h"
 
 #include "platform/Dialog.h"
+#include "platform/Threads.h"
 
+#include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <iostream>
 
 namespace Engine
 {
+namespace
+{
+// Reports are taken one at a time: a site's flag is tested and cleared under this lock.
+std::recursive_mutex g_ReportMutex;
+
+bool FlushesAtOnce(const std::string& category)
+{
+    return category == "FATAL" || category == "ERROR";
+}
+}
+
 std::string FormatMessage(const std::string& category, const std::string& text, const char* function,
                           const char* file, int line)
 {
@@ -61,17 +75,20 @@ std::string QualifiedFunctionName(const char* prettyFunction)
 
 int ShowError(const std::string& message, bool fatal, const char* function, const char* file, int line)
 {
+    std::lock_guard lock(g_ReportMutex);
     const std::string category = fatal ? "FATAL" : "ERROR";
+    const std::string text = FormatMessage(category, message, function, file, line);
     Log& log = Log::Get();
-    log.Write(FormatMessage(category, message, function, file, line));
+    log.Write(text, true);
 
-    Platform::DialogResult result =
-        Platform::AskAbortRetryIgnore(category, FormatMessage("", message, function, file, line));
+    const Platform::DialogResult result = Platform::AskAbortRetryIgnore(category, text);
     switch (result.answer)
     {
     case Platform::DialogAnswer::Abort:
+        // Leave at once: other threads (the file watcher, the crash writer) still run, and
+        // destroying the engine's objects under them would turn an abort into a crash.
         log.Close();
-        std::exit(result.byPolicy ? kAbortExitCode : 0);
+        Platform::ExitNow(result.byPolicy ? kAbortExitCode : 0);
     case Platform::DialogAnswer::Retry:
         Platform::BreakIntoDebugger();
         return 1;
@@ -79,6 +96,15 @@ int ShowError(const std::string& message, bool fatal, const char* function, cons
         return 2;
     }
     return 1;
+}
+
+void ReportAtSite(std::atomic<bool>& site, const std::string& message, bool fatal, const char* function,
+                  const char* file, int line)
+{
+    std::lock_guard lock(g_ReportMutex);
+    // Another thread's report may have silenced the site while this one waited.
+    if (site.load() && ShowError(message, fatal, function, file, line) == 2)
+        site.store(false);
 }
 
 Log& Log::Get()
@@ -95,6 +121,11 @@ void Log::Open(const std::string& path)
     m_Path = path;
     m_File.open(path, std::ios::out | std::ios::trunc);
     m_Open = m_File.is_open();
+    if (!m_FlushAtExit)
+    {
+        m_FlushAtExit = true;
+        std::atexit([] { Log::Get().Flush(); });
+    }
 }
 
 void Log::Close()
@@ -103,38 +134,72 @@ void Log::Close()
     if (m_File.is_open())
         m_File.close();
     m_Open = false;
+    std::cout.flush();
 }
 
-void Log::Write(const std::string& text)
+void Log::Write(const std::string& text, bool flush)
 {
     std::lock_guard lock(m_Mutex);
     if (m_Open)
     {
         m_File << text;
-        m_File.flush();
+        if (flush)
+            m_File.flush();
     }
     // Standard output is also what a debugger shows here, so it serves as both.
     if (m_Echo)
-        std::cout << text << std::flush;
+    {
+        std::cout << text;
+        if (flush)
+            std::cout.flush();
+    }
 }
 
 void Log::Entry(const std::string& category, const std::string& message, const char* function, const char* file,
                 int line)
 {
-    Write(FormatMessage(category, message, function, file, line));
+    Write(FormatMessage(category, message, function, file, line), FlushesAtOnce(category));
 }
 
-bool* Log::NewSite()
+void Log::Flush()
 {
     std::lock_guard lock(m_Mutex);
-    m_Sites.push_back(true);
-    return &m_Sites.back();
+    if (m_Open)
+        m_File.flush();
+    std::cout.flush();
+}
+
+bool Log::WriteAfterCrash(const std::string& text)
+{
+    std::unique_lock lock(m_Mutex, std::defer_lock);
+    if (!lock.try_lock_for(std::chrono::seconds(1)))
+        return false;
+    if (m_Open)
+    {
+        m_File << text;
+        m_File.flush();
+    }
+    // Standard output only if nobody holds it: the crashed thread may have been writing to it.
+    if (ftrylockfile(stdout) == 0)
+    {
+        if (m_Echo)
+            std::fputs(text.c_str(), stdout);
+        std::fflush(stdout);
+        funlockfile(stdout);
+    }
+    return true;
+}
+
+std::atomic<bool>* Log::NewSite()
+{
+    std::lock_guard lock(m_Mutex);
+    return &m_Sites.emplace_back(true);
 }
 
 void Log::ResetSites()
 {
     std::lock_guard lock(m_Mutex);
-    for (bool& site : m_Sites)
+    for (std::atomic<bool>& site : m_Sites)
         site = true;
 }
 }

@@ -7,6 +7,7 @@
 namespace Engine
 {
 Options* Options::s_Current = nullptr;
+std::uint64_t Options::s_NextId = 0;
 
 namespace
 {
@@ -32,9 +33,34 @@ Options::~Options()
 
 bool Options::RegisterOption(const char* name, Handler handler)
 {
-    if (!s_Current)
-        return false;
-    return s_Current->m_Options.emplace(Lowered(name, std::strlen(name)), std::move(handler)).second;
+    return AddOption(name, std::move(handler)) != 0;
+}
+
+std::uint64_t Options::AddOption(const char* name, Handler handler)
+{
+    if (!s_Current || !name)
+        return 0;
+    const std::uint64_t id = ++s_NextId;
+    const bool added =
+        s_Current->m_Options.emplace(Lowered(name, std::strlen(name)), Entry{std::move(handler), id}).second;
+    return added ? id : 0;
+}
+
+void Options::RemoveOption(std::uint64_t id)
+{
+    if (!s_Current || id == 0)
+        return;
+    std::erase_if(s_Current->m_Options, [id](const auto& option) { return option.second.id == id; });
+}
+
+OwnedOption::OwnedOption(const char* name, Options::Handler handler)
+    : m_Id(Options::AddOption(name, std::move(handler)))
+{
+}
+
+OwnedOption::~OwnedOption()
+{
+    Options::RemoveOption(m_Id);
 }
 
 void Options::ParseCommandLine(const char* line)
@@ -77,8 +103,10 @@ void Options::ParseCommandLine(const char* line)
                         value.assign(v, end);
                     }
                 }
-                // Values of fewer than two characters count as none.
-                found->second(value.size() < 2 ? nullptr : value.c_str());
+                // Values of fewer than two characters count as none. The handler is called through a
+                // copy, so that one which removes options (its own among them) runs to its end.
+                const Handler handler = found->second.handler;
+                handler(value.size() < 2 ? nullptr : value.c_str());
             }
         }
         if (*c == '\0')

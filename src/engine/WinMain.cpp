@@ -6,6 +6,7 @@
 #include "editor/EditorSystem.h"
 #include "editor/GuiInput.h"
 #include "engine/ArchetypeManager.h"
+#include "engine/CrashTest.h"
 #include "engine/FileWatcher.h"
 #include "engine/Files.h"
 #include "engine/FrameRateController.h"
@@ -28,7 +29,6 @@
 #include "utilities/lua/LuaSystem.h"
 #include "utilities/lua/VirtualSystem.h"
 
-#include <cstdint>
 #include <cstdlib>
 #include <ctime>
 #include <string>
@@ -44,14 +44,6 @@ struct Void
 void NotBuiltYet(const char* option)
 {
     LOG("WARNING", std::string("Option --") + option + " is not available yet; it was ignored.");
-}
-
-// Crashes on purpose, so that tests can check the crash report; the report must name this function.
-[[gnu::noinline]] void CrashOnPurpose()
-{
-    LOG("Info", "Crashing on purpose (--CrashTest).");
-    volatile int* invalid = reinterpret_cast<volatile int*>(std::uintptr_t{16});
-    *invalid = 1;
 }
 
 void AddStartupOptions(std::string& documentationFolder)
@@ -71,7 +63,7 @@ void AddStartupOptions(std::string& documentationFolder)
     });
     Options::RegisterOption("profile", [](const char*) { Profiler::Get().SetEnabled(true); });
     // For tests of the crash report only.
-    Options::RegisterOption("CrashTest", [](const char*) { CrashOnPurpose(); });
+    Options::RegisterOption("CrashTest", [](const char* how) { Engine::CrashOnPurpose(how); });
     Options::RegisterOption("frames", [](const char* value) {
         const int frames = value ? std::atoi(value) : 0;
         if (frames > 0)
@@ -130,20 +122,25 @@ int WinMain(const char* commandLine)
     GameObject::RegisterComponentProperties();
     // 1. The function profiler (it collects only with --profile).
     Profiler& profiler = Profiler::Get();
-    // 2. The option registry, published for the constructors below.
+    // 2. The option registry, published for the constructors below. What its handlers write
+    // stands before it, so that no handler outlives what it refers to.
+    std::string documentationFolder;
     Engine::Options options;
     // 3. The input recorder.
     InputRecorder::Get();
     // 4. The crash report handler. Seed the C random generator.
     const std::string dumpFolder = Util::GetDumpDirectory();
-    Platform::InstallCrashHandler([dumpFolder] { return dumpFolder + "MiniDump" + Util::TimeStamp() + ".dmp"; });
+    Platform::InstallCrashHandler([dumpFolder] { return dumpFolder + "MiniDump" + Util::TimeStamp() + ".dmp"; },
+                                  [](const std::string& report) {
+                                      Engine::Log::Get().WriteAfterCrash(Engine::FormatMessage(
+                                          "FATAL", "The game crashed. Crash report: " + report, nullptr, nullptr, 0));
+                                  });
     std::srand(static_cast<unsigned>(std::time(nullptr)));
     // 5. The log.
     Engine::Log::Get().Open(Util::GetAppDataDirectory() + "GameLog.log");
     // Every registration has run: a saved value whose type has no text form is reported now.
     Meta::CheckTextForms();
     // 6. Start-up options.
-    std::string documentationFolder;
     AddStartupOptions(documentationFolder);
     // 7. The window's title and icon.
     Window& window = Window::Get();

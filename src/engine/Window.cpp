@@ -80,10 +80,7 @@ Meta::Data* WindowFocus::GetMeta() const
     return Meta::Get<WindowFocus>();
 }
 
-Window::Window()
-{
-    Engine::Options::RegisterOption("DisableLostFocus", [this](const char*) { m_LostFocusEnabled = false; });
-}
+Window::Window() = default;
 
 Window& Window::Get()
 {

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "engine/Event.h"
+#include "engine/Options.h"
 #include "engine/System.h"
 #include "platform/NativeWindow.h"
 #include "platform/WindowMessage.h"
@@ -125,4 +126,6 @@ private:
     Platform::NativeWindow m_Native;
     DisplayScaleQuery m_DisplayScaleQuery;
     std::vector<Platform::WindowMessage> m_Messages;
+    // Option "DisableLostFocus", removed again with this window.
+    Engine::OwnedOption m_LostFocusOption{"DisableLostFocus", [this](const char*) { m_LostFocusEnabled = false; }};
 };

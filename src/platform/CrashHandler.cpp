@@ -1,5 +1,7 @@
 #include "platform/CrashHandler.h"
 
+#include "platform/Threads.h"
+
 #include <cxxabi.h>
 #include <elfutils/libdwfl.h>
 #include <execinfo.h>
@@ -13,6 +15,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <fstream>
 #include <string>
 #include <thread>
@@ -35,10 +38,15 @@ struct Crash
 };
 
 Crash g_Crash;
+// Set by the first crashing thread: the one whose crash is reported.
 std::atomic<bool> g_Crashing = false;
+// Set by the writer once the report (and what follows it) is done.
+std::atomic<bool> g_ReportDone = false;
+// The writer thread's id: a crash of the writer itself cannot wait for the report.
+std::atomic<long> g_WriterThread = 0;
 sem_t g_Request;
-sem_t g_Written;
 std::function<std::string()>* g_ReportPath = nullptr;
+std::function<void(const std::string&)>* g_AfterReport = nullptr;
 
 const char* SignalName(int signal)
 {
@@ -114,31 +122,58 @@ void WriteReport()
         report << DescribeFrame(dwfl, i, g_Crash.frames[i]);
     if (dwfl)
         dwfl_end(dwfl);
-    report.flush();
+    // The last line: a report without it was cut short.
+    report << "End of report\n";
+    report.close();
     std::fprintf(stderr, "Crash report written to %s\n", path.c_str());
+    if (g_AfterReport && *g_AfterReport)
+        (*g_AfterReport)(path);
 }
 
 void WriterThread()
 {
+    BeginEngineThread();
+    g_WriterThread = static_cast<long>(syscall(SYS_gettid));
     while (sem_wait(&g_Request) != 0)
     {
     }
     WriteReport();
-    sem_post(&g_Written);
+    g_ReportDone = true;
+}
+
+long long MonotonicNanoseconds()
+{
+    timespec now = {};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<long long>(now.tv_sec) * 1000000000LL + now.tv_nsec;
+}
+
+// Waits until the report is done, for at most kCrashReportWaitSeconds; only calls that are safe in a
+// signal handler.
+void WaitForReport()
+{
+    const long long deadline = MonotonicNanoseconds() + kCrashReportWaitSeconds * 1000000000LL;
+    const timespec pause = {0, 5 * 1000 * 1000};
+    while (!g_ReportDone.load() && MonotonicNanoseconds() < deadline)
+        nanosleep(&pause, nullptr);
 }
 
 void OnCrash(int signal, siginfo_t* info, void*)
 {
-    if (!g_Crashing.exchange(true))
+    const long thread = static_cast<long>(syscall(SYS_gettid));
+    if (thread != g_WriterThread.load())
     {
-        g_Crash.signal = signal;
-        g_Crash.address = info ? info->si_addr : nullptr;
-        g_Crash.thread = static_cast<long>(syscall(SYS_gettid));
-        g_Crash.frameCount = backtrace(g_Crash.frames, kMaxFrames);
-        sem_post(&g_Request);
-        while (sem_wait(&g_Written) != 0)
+        if (!g_Crashing.exchange(true))
         {
+            g_Crash.signal = signal;
+            g_Crash.address = info ? info->si_addr : nullptr;
+            g_Crash.thread = thread;
+            g_Crash.frameCount = backtrace(g_Crash.frames, kMaxFrames);
+            sem_post(&g_Request);
         }
+        // The first crashing thread waits for its report; any other waits for that same report,
+        // so that its own end does not take the process down before the report is written.
+        WaitForReport();
     }
     // The default action ends the process with the signal's usual status once this handler returns.
     struct sigaction fallback = {};
@@ -149,25 +184,22 @@ void OnCrash(int signal, siginfo_t* info, void*)
 }
 }
 
-void InstallCrashHandler(std::function<std::string()> reportPath)
+void InstallCrashHandler(std::function<std::string()> reportPath,
+                         std::function<void(const std::string& reportPath)> afterReport)
 {
     static bool installed = false;
     if (installed)
         return;
     installed = true;
+    // Never freed: a crash may come at any time until the process ends.
     g_ReportPath = new std::function<std::string()>(std::move(reportPath));
+    g_AfterReport = new std::function<void(const std::string&)>(std::move(afterReport));
     sem_init(&g_Request, 0, 0);
-    sem_init(&g_Written, 0, 0);
     // The first backtrace loads the unwinder, which must not happen inside a handler.
     void* warmUp[1];
     backtrace(warmUp, 1);
     std::thread(WriterThread).detach();
-
-    static std::uint8_t* alternateStack = new std::uint8_t[1 << 16];
-    stack_t stack = {};
-    stack.ss_sp = alternateStack;
-    stack.ss_size = 1 << 16;
-    sigaltstack(&stack, nullptr);
+    BeginEngineThread();
 
     struct sigaction action = {};
     action.sa_sigaction = OnCrash;

@@ -1,5 +1,7 @@
 #include "platform/Dialog.h"
 
+#include "platform/Threads.h"
+
 #include <SDL.h>
 
 #include <atomic>
@@ -7,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <mutex>
 #include <strings.h>
 
 namespace Platform
@@ -14,6 +17,8 @@ namespace Platform
 namespace
 {
 std::atomic<DialogPolicy> g_Policy{DialogPolicy::FromEnvironment};
+std::mutex g_StandInMutex;
+MessageBoxStandIn g_StandIn;
 
 bool EnvironmentEquals(const char* name, const char* value)
 {
@@ -32,13 +37,9 @@ bool DisplayCanAnswer()
     return std::getenv("CI") == nullptr;
 }
 
-// The policy in force: the one set from code, else the environment variable,
-// else Ask where a display is there and Abort where none is.
-DialogPolicy EffectivePolicy()
+// The answer that VORN_DIALOG_ANSWER names, or FromEnvironment when it names none.
+DialogPolicy EnvironmentPolicy()
 {
-    DialogPolicy policy = g_Policy.load();
-    if (policy != DialogPolicy::FromEnvironment)
-        return policy;
     if (EnvironmentEquals(kDialogAnswerVariable, "abort"))
         return DialogPolicy::Abort;
     if (EnvironmentEquals(kDialogAnswerVariable, "retry"))
@@ -47,7 +48,26 @@ DialogPolicy EffectivePolicy()
         return DialogPolicy::Ignore;
     if (EnvironmentEquals(kDialogAnswerVariable, "ask"))
         return DialogPolicy::Ask;
+    return DialogPolicy::FromEnvironment;
+}
+
+// The policy in force: the one set from code, else the environment variable,
+// else Ask where a display is there and Abort where none is.
+DialogPolicy EffectivePolicy()
+{
+    for (DialogPolicy policy : {g_Policy.load(), EnvironmentPolicy()})
+        if (policy != DialogPolicy::FromEnvironment)
+            return policy;
     return DisplayCanAnswer() ? DialogPolicy::Ask : DialogPolicy::Abort;
+}
+
+// The policy where nobody can be asked: the first fixed answer from code or environment, else Abort.
+DialogPolicy HeadlessPolicy()
+{
+    for (DialogPolicy policy : {g_Policy.load(), EnvironmentPolicy()})
+        if (policy == DialogPolicy::Abort || policy == DialogPolicy::Retry || policy == DialogPolicy::Ignore)
+            return policy;
+    return DialogPolicy::Abort;
 }
 
 // Answers without a person: the message goes to standard error instead.
@@ -61,6 +81,13 @@ DialogResult AnswerByPolicy(DialogAnswer answer, const std::string& title, const
 // Shows the message box; false if it could not be shown or was closed unanswered.
 bool ShowMessageBox(const std::string& title, const std::string& text, DialogAnswer& answer)
 {
+    MessageBoxStandIn standIn;
+    {
+        std::lock_guard lock(g_StandInMutex);
+        standIn = g_StandIn;
+    }
+    if (standIn)
+        return standIn(title, text, answer);
     const SDL_MessageBoxButtonData buttons[] = {
         {0, static_cast<int>(DialogAnswer::Abort), "Abort"},
         {0, static_cast<int>(DialogAnswer::Retry), "Retry"},
@@ -85,9 +112,19 @@ void SetDialogPolicy(DialogPolicy policy)
     g_Policy.store(policy);
 }
 
+void SetMessageBoxStandIn(MessageBoxStandIn standIn)
+{
+    std::lock_guard lock(g_StandInMutex);
+    g_StandIn = std::move(standIn);
+}
+
 DialogResult AskAbortRetryIgnore(const std::string& title, const std::string& text)
 {
-    switch (EffectivePolicy())
+    // A message box belongs to the main thread, where the window and its event loop live.
+    DialogPolicy policy = EffectivePolicy();
+    if (policy == DialogPolicy::Ask && !IsMainThread())
+        policy = HeadlessPolicy();
+    switch (policy)
     {
     case DialogPolicy::Retry:
         return AnswerByPolicy(DialogAnswer::Retry, title, text);

@@ -7,8 +7,12 @@
 //   1. SetDialogPolicy() from code (tests use it);
 //   2. the environment variable VORN_DIALOG_ANSWER = abort | retry | ignore | ask;
 //   3. ask with a real message box when a display is there, else Abort.
+// Only the main thread opens a message box. A question from any other thread
+// gets the answer given where nobody can answer: the first of 1 and 2 that
+// names abort, retry or ignore, else Abort.
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace Platform
@@ -40,12 +44,18 @@ struct DialogResult
     bool byPolicy = true;
 };
 
+// Stands in for the message box (tests use it): shows `text` and sets `answer`; false if unanswered.
+using MessageBoxStandIn = std::function<bool(const std::string& title, const std::string& text, DialogAnswer& answer)>;
+
 // Name of the environment variable that sets the headless answer.
 inline constexpr const char* kDialogAnswerVariable = "VORN_DIALOG_ANSWER";
 
 // Sets the policy for every later dialog; FromEnvironment restores the default.
 void SetDialogPolicy(DialogPolicy policy);
-// Asks the developer (or the policy) about `text`, with `title` as the caption.
+// Replaces the real message box with `standIn`; an empty one puts the real box back.
+void SetMessageBoxStandIn(MessageBoxStandIn standIn);
+// Asks the developer (or the policy) about `text`, with `title` as the caption; never opens a
+// window off the main thread.
 DialogResult AskAbortRetryIgnore(const std::string& title, const std::string& text);
 // True when a debugger is attached to this process.
 bool IsDebuggerAttached();

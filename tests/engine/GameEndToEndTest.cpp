@@ -8,6 +8,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace
 {
@@ -29,13 +30,15 @@ protected:
     void TearDown() override { std::filesystem::remove_all(m_AppData); }
 
     // Starts the game with `arguments`, headless, writing into a fresh application data folder;
-    // error dialogs get `answer`.
-    GameRun RunGame(const std::string& arguments, const std::string& answer = "abort")
+    // error dialogs get `answer`; `environment` ("NAME=value ...") goes before the command.
+    GameRun RunGame(const std::string& arguments, const std::string& answer = "abort",
+                    const std::string& environment = "")
     {
         const std::string command = "cd \"" + std::filesystem::path(VORN_GAME_PATH).parent_path().string() +
-                                    "\" && SDL_VIDEODRIVER=offscreen SDL_AUDIODRIVER=dummy VORN_DIALOG_ANSWER=" +
-                                    answer + " VORN_APPDATA_DIR=\"" +
-                                    m_AppData.string() + "\" \"" VORN_GAME_PATH "\" " + arguments + " 2>&1";
+                                    "\" && " + environment +
+                                    " SDL_VIDEODRIVER=offscreen SDL_AUDIODRIVER=dummy VORN_DIALOG_ANSWER=" + answer +
+                                    " VORN_APPDATA_DIR=\"" + m_AppData.string() + "\" \"" VORN_GAME_PATH "\" " +
+                                    arguments + " 2>&1";
         GameRun run;
         FILE* pipe = popen(command.c_str(), "r");
         if (!pipe)
@@ -49,6 +52,17 @@ protected:
     }
 
     std::string ReadLog() const { return ReadFile(m_AppData / "GameLog.log"); }
+
+    // Every crash report in the dump folder.
+    std::vector<std::string> ReadReports() const
+    {
+        std::vector<std::string> reports;
+        std::error_code error;
+        for (const auto& entry : std::filesystem::directory_iterator(m_AppData / "MiniDumps", error))
+            if (entry.path().filename().string().rfind("MiniDump--", 0) == 0 && entry.path().extension() == ".dmp")
+                reports.push_back(ReadFile(entry.path()));
+        return reports;
+    }
 
     static std::string ReadFile(const std::filesystem::path& path)
     {
@@ -124,6 +138,46 @@ TEST_F(GameEndToEndTest, CrashWritesAReportThatNamesTheCrashingFunction)
     EXPECT_NE(report.find("SIGSEGV"), std::string::npos) << report;
     EXPECT_NE(report.find("Address: 0x10"), std::string::npos) << report;
     EXPECT_NE(report.find("CrashOnPurpose"), std::string::npos) << report;
+    EXPECT_NE(report.find("End of report\n"), std::string::npos) << report;
+}
+
+TEST_F(GameEndToEndTest, CrashFlushesTheLogWithANoteOfTheReport)
+{
+    const GameRun run = RunGame("--CrashTest --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"");
+    EXPECT_NE(run.exitCode, 0) << run.output;
+    const std::string log = ReadLog();
+    EXPECT_NE(log.find("[Info] Crashing on purpose (--CrashTest)."), std::string::npos) << log;
+    EXPECT_NE(log.find("[FATAL] The game crashed. Crash report: " + (m_AppData / "MiniDumps").string() + "/MiniDump--"),
+              std::string::npos)
+        << log;
+}
+
+TEST_F(GameEndToEndTest, TwoThreadsCrashingAtOnceStillWriteOneCompleteReport)
+{
+    // --frames ends a run whose crash never comes.
+    const GameRun run = RunGame("--frames=30 --CrashTest=TwoThreads --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"");
+    EXPECT_NE(run.exitCode, 0) << run.output;
+    const std::vector<std::string> reports = ReadReports();
+    ASSERT_EQ(reports.size(), 1u) << run.output;
+    const std::string& report = reports.front();
+    EXPECT_NE(report.find("SIGSEGV"), std::string::npos) << report;
+    EXPECT_NE(report.find("CrashOnPurposeOnThread"), std::string::npos) << report;
+    EXPECT_NE(report.find("End of report\n"), std::string::npos) << report;
+}
+
+TEST_F(GameEndToEndTest, StackOverflowOnAnEngineThreadStillWritesAReport)
+{
+    // Without the sanitizer's own signal stacks, only the engine's can carry the report.
+    const GameRun run =
+        RunGame("--frames=30 --CrashTest=ThreadStackOverflow --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"", "abort",
+                "ASAN_OPTIONS=\"${ASAN_OPTIONS:+$ASAN_OPTIONS:}use_sigaltstack=0\"");
+    EXPECT_NE(run.exitCode, 0) << run.output;
+    const std::vector<std::string> reports = ReadReports();
+    ASSERT_EQ(reports.size(), 1u) << run.output;
+    const std::string& report = reports.front();
+    EXPECT_NE(report.find("SIGSEGV"), std::string::npos) << report;
+    EXPECT_NE(report.find("OverflowTheStack"), std::string::npos) << report;
+    EXPECT_NE(report.find("End of report\n"), std::string::npos) << report;
 }
 
 TEST_F(GameEndToEndTest, ProfiledRunWritesTheProfileReport)

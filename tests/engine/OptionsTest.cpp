@@ -1,9 +1,11 @@
 #include "engine/Options.h"
 
 #include "engine/FrameRateController.h"
+#include "engine/Window.h"
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -162,4 +164,64 @@ TEST(OptionsTest, FpsThirtyGivesAThirtiethOfASecond)
     FrameRateController controller;
     Parse("Game --FPS=30");
     EXPECT_EQ(controller.m_TargetDt, 0.033333335f);
+}
+
+TEST(OptionsTest, DestroyingAnObjectRemovesItsOptionHandler)
+{
+    Engine::Options options;
+    {
+        FrameRateController controller;
+        Window window;
+    }
+    const std::string printed = Parse("Game --fps=30 --DisableLostFocus");
+    EXPECT_EQ(printed, "Unknown command line arg: \"fps\"\nUnknown command line arg: \"disablelostfocus\"\n");
+}
+
+TEST(OptionsTest, WindowOptionReachesTheLivingWindow)
+{
+    Engine::Options options;
+    Window window;
+    Parse("Game --disablelostfocus");
+    EXPECT_FALSE(window.m_LostFocusEnabled);
+}
+
+TEST(OptionsTest, ObjectWhoseNameWasTakenLeavesTheFirstHandlerWhenDestroyed)
+{
+    Engine::Options options;
+    Received first;
+    Engine::Options::RegisterOption("fps", first.Handler());
+    {
+        FrameRateController controller;
+    }
+    Parse("Game --fps=30");
+    EXPECT_EQ(first.calls, 1);
+    EXPECT_EQ(first.value, "30");
+}
+
+TEST(OptionsTest, OwnedOptionOutlivingItsRegistryRemovesNothingFromTheNextOne)
+{
+    std::unique_ptr<Engine::OwnedOption> owned;
+    {
+        Engine::Options first;
+        owned = std::make_unique<Engine::OwnedOption>("name", [](const char*) {});
+        EXPECT_TRUE(owned->IsRegistered());
+    }
+    Engine::Options second;
+    Received received;
+    Engine::Options::RegisterOption("name", received.Handler());
+    owned.reset();
+    Parse("Game --name");
+    EXPECT_EQ(received.calls, 1);
+}
+
+TEST(OptionsTest, HandlerThatRemovesItsOwnOptionRunsToItsEnd)
+{
+    Engine::Options options;
+    std::unique_ptr<Engine::OwnedOption> owned;
+    owned = std::make_unique<Engine::OwnedOption>("once", [&owned](const char*) { owned.reset(); });
+    Received after;
+    Engine::Options::RegisterOption("after", after.Handler());
+    const std::string printed = Parse("Game --once --after --once");
+    EXPECT_EQ(after.calls, 1);
+    EXPECT_EQ(printed, "Unknown command line arg: \"once\"\n");
 }

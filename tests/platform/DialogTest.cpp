@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <thread>
 
 namespace
 {
@@ -99,6 +101,51 @@ TEST(PlatformDialogTest, PolicyAnswerWritesTitleAndTextToStandardError)
     testing::internal::CaptureStderr();
     Platform::AskAbortRetryIgnore("Assertion failed", "x > 0 in Foo.cpp\n");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "Assertion failed: x > 0 in Foo.cpp\n");
+}
+
+TEST(PlatformDialogTest, AskOnTheMainThreadShowsTheMessageBox)
+{
+    ScopedDialogPolicy ask(DialogPolicy::Ask);
+    int shown = 0;
+    ScopedMessageBox box([&shown](const std::string&, const std::string&, DialogAnswer& answer) {
+        ++shown;
+        answer = DialogAnswer::Ignore;
+        return true;
+    });
+    const Platform::DialogResult result = AskQuietly();
+    EXPECT_EQ(shown, 1);
+    EXPECT_EQ(result.answer, DialogAnswer::Ignore);
+    EXPECT_FALSE(result.byPolicy);
+}
+
+TEST(PlatformDialogTest, AskFromAnotherThreadGetsTheHeadlessAnswerWithoutAMessageBox)
+{
+    ScopedDialogPolicy ask(DialogPolicy::Ask);
+    ScopedEnvironment answer(Platform::kDialogAnswerVariable, "retry");
+    std::atomic<int> shown = 0;
+    ScopedMessageBox box([&shown](const std::string&, const std::string&, DialogAnswer& answer) {
+        ++shown;
+        answer = DialogAnswer::Ignore;
+        return true;
+    });
+    Platform::DialogResult result;
+    std::thread worker([&result] { result = AskQuietly(); });
+    worker.join();
+    EXPECT_EQ(shown, 0);
+    EXPECT_EQ(result.answer, DialogAnswer::Retry);
+    EXPECT_TRUE(result.byPolicy);
+}
+
+TEST(PlatformDialogTest, AskFromTheEnvironmentOnAnotherThreadIsAnsweredAbort)
+{
+    ScopedDialogPolicy fromEnvironment(DialogPolicy::FromEnvironment);
+    ScopedEnvironment answer(Platform::kDialogAnswerVariable, "ask");
+    Platform::DialogResult result;
+    result.byPolicy = false;
+    std::thread worker([&result] { result = AskQuietly(); });
+    worker.join();
+    EXPECT_EQ(result.answer, DialogAnswer::Abort);
+    EXPECT_TRUE(result.byPolicy);
 }
 
 TEST(PlatformDialogTest, BreakIntoDebuggerWithoutDebuggerReturns)

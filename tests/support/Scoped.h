@@ -44,3 +44,16 @@ public:
     ScopedDialogPolicy(const ScopedDialogPolicy&) = delete;
     ScopedDialogPolicy& operator=(const ScopedDialogPolicy&) = delete;
 };
+
+// Puts a stand-in in place of the message box and puts the real one back on scope exit.
+class ScopedMessageBox
+{
+public:
+    explicit ScopedMessageBox(Platform::MessageBoxStandIn standIn)
+    {
+        Platform::SetMessageBoxStandIn(std::move(standIn));
+    }
+    ~ScopedMessageBox() { Platform::SetMessageBoxStandIn({}); }
+    ScopedMessageBox(const ScopedMessageBox&) = delete;
+    ScopedMessageBox& operator=(const ScopedMessageBox&) = delete;
+};
