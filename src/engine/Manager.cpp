@@ -79,17 +79,17 @@ void Manager::BroadcastEvent(Event* event)
 
 void Manager::BroadcastEvent(std::string_view name, Event* event)
 {
-    m_Events.BeginDispatch();
-    m_Events.Dispatch(name, event);
-    m_Events.EndDispatch();
+    {
+        EventManager::DispatchScope dispatch(m_Events);
+        m_Events.Dispatch(name, event);
+    }
     for (unsigned i = 0; i < kSpaceCount; ++i)
     {
         Space* space = SpaceManager::Get().GetSpace(i);
         if (space->IsPaused())
             continue;
-        space->m_Events.BeginDispatch();
+        EventManager::DispatchScope dispatch(space->m_Events);
         space->m_Events.Dispatch(name, event);
-        space->m_Events.EndDispatch();
     }
 }
 }

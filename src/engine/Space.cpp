@@ -121,9 +121,10 @@ void Space::Update(float dt)
             PerformanceData& timers = PerformanceData::Get();
             timers.Start(m_LogicTimerName);
             GenericEvent::LogicUpdate update(dt, FrameRateController::Get().m_Elapsed);
-            m_Events.BeginDispatch();
-            m_Events.Dispatch("LogicUpdate", &update);
-            m_Events.EndDispatch();
+            {
+                EventManager::DispatchScope dispatch(m_Events);
+                m_Events.Dispatch("LogicUpdate", &update);
+            }
             timers.Stop();
 
             for (std::size_t i = 0; i < m_Systems.size(); ++i)

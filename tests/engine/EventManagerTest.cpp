@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -650,5 +651,357 @@ TEST(EventManagerTest, DispatchToObjectSkipsBindRemovedEarlierInThatDispatch)
     EXPECT_EQ(calls, 1);
     EXPECT_TRUE(destroyed);
     EXPECT_EQ(table.CountBinds(parts[2], "Hit"), 0);
+}
+}
+
+namespace
+{
+// Thrown by a listener in the tests of unusual ends of a dispatch.
+struct ListenerFailure
+{
+};
+
+TEST(EventManagerTest, ListenerThatThrowsStillEndsTheDispatchSoHeldAndLaterAddsApply)
+{
+    std::vector<const void*> log;
+    ProbeSet p(&log);
+    EventManager table;
+    p[0].m_Action = [&](Event*) {
+        table.RegisterEvent(&p[1], "Ping", &Probe::OnEvent);
+        throw ListenerFailure();
+    };
+    table.RegisterEvent(&p[0], "Ping", &Probe::OnEvent);
+
+    EventManagerTestEvent event;
+    EXPECT_THROW(table.Dispatch("Ping", &event), ListenerFailure);
+    EXPECT_FALSE(table.IsDispatching());
+    // The add held by the failed dispatch was applied at its end.
+    EXPECT_EQ(table.CountBinds(&p[1], "Ping"), 1);
+
+    // A later add is applied at once, not held for a dispatch that never ends.
+    p[0].m_Action = nullptr;
+    table.RegisterEvent(&p[2], "Ping", &Probe::OnEvent);
+    EXPECT_EQ(table.CountBinds(&p[2], "Ping"), 1);
+    log.clear();
+    table.Dispatch("Ping", &event);
+    EXPECT_EQ(log, (std::vector<const void*>{p.at(0), p.at(1), p.at(2)}));
+}
+
+TEST(EventManagerTest, ListenerThatThrowsInsideAnExplicitScopeEndsEveryLevel)
+{
+    std::vector<const void*> log;
+    ProbeSet p(&log);
+    EventManager table;
+    p[0].m_Action = [](Event*) { throw ListenerFailure(); };
+    table.RegisterEvent(&p[0], "Ping", &Probe::OnEvent);
+
+    EventManagerTestEvent event;
+    try
+    {
+        EventManager::DispatchScope outer(table);
+        table.RegisterEvent(&p[1], "Ping", &Probe::OnEvent);
+        table.Dispatch("Ping", &event);
+    }
+    catch (const ListenerFailure&)
+    {
+    }
+    EXPECT_FALSE(table.IsDispatching());
+    EXPECT_EQ(table.CountBinds(&p[1], "Ping"), 1);
+}
+
+TEST(EventManagerTest, EndWithoutBeginIsIgnoredAndAddsStillApply)
+{
+    std::vector<const void*> log;
+    ProbeSet p(&log);
+    EventManager table;
+    table.EndDispatch();
+    table.BeginDispatch();
+    table.EndDispatch();
+    table.EndDispatch();
+    EXPECT_FALSE(table.IsDispatching());
+
+    table.RegisterEvent(&p[0], "Ping", &Probe::OnEvent);
+    EXPECT_EQ(table.CountBinds(&p[0], "Ping"), 1);
+    EventManagerTestEvent event;
+    table.Dispatch("Ping", &event);
+    EXPECT_EQ(log, (std::vector<const void*>{p.at(0)}));
+}
+
+TEST(EventManagerTest, UnregisterOfABindAddedInTheSameDispatchDropsIt)
+{
+    std::vector<const void*> log;
+    ProbeSet p(&log);
+    EventManager table;
+    p[0].m_Action = [&](Event*) {
+        table.RegisterEvent(&p[1], "Ping", &Probe::OnEvent);
+        table.Unregister(&p[1], "Ping");
+    };
+    table.RegisterEvent(&p[0], "Ping", &Probe::OnEvent);
+
+    EventManagerTestEvent event;
+    table.Dispatch("Ping", &event);
+    EXPECT_EQ(table.CountBinds(&p[1], "Ping"), 0);
+    p[0].m_Action = nullptr;
+    log.clear();
+    table.Dispatch("Ping", &event);
+    EXPECT_EQ(log, (std::vector<const void*>{p.at(0)}));
+}
+
+// Many probes in one array: their addresses ascend with their index.
+struct ManyProbes
+{
+    explicit ManyProbes(std::size_t count) : probes(count)
+    {
+        for (Probe& probe : probes)
+            probe.m_Log = &log;
+    }
+    // The probes with the given indices, in index order.
+    std::vector<const void*> Addresses(const std::vector<std::size_t>& indices) const
+    {
+        std::vector<const void*> addresses;
+        for (std::size_t i : indices)
+            addresses.push_back(&probes[i]);
+        return addresses;
+    }
+
+    std::vector<const void*> log;
+    std::vector<Probe> probes;
+};
+
+// Indices 0..count-1 in a fixed scrambled order.
+std::vector<std::size_t> Scrambled(std::size_t count)
+{
+    std::vector<std::size_t> order(count);
+    for (std::size_t i = 0; i < count; ++i)
+        order[i] = (i * 7919) % count;
+    return order;
+}
+
+TEST(EventManagerTest, ManyListenersUnregisteredFromInsideADispatchLeaveTheRestInOrder)
+{
+    constexpr std::size_t kCount = 600;
+    ManyProbes many(kCount);
+    EventManager table;
+    for (std::size_t i : Scrambled(kCount))
+    {
+        table.RegisterEvent(&many.probes[i], "Ping", &Probe::OnEvent);
+        table.RegisterEvent(&many.probes[i], "Pong", &Probe::OnEvent);
+    }
+
+    // The first listener removes every third one from both events, drops every fifth one's
+    // "Ping" only, and gives listener 1 a "Pong" bind that it takes back at once.
+    many.probes[0].m_Action = [&](Event*) {
+        for (std::size_t i = 3; i < kCount; i += 3)
+            table.UnregisterAll(&many.probes[i]);
+        for (std::size_t i = 5; i < kCount; i += 5)
+            table.Unregister(&many.probes[i], "Ping");
+        table.RegisterEvent(&many.probes[1], "Pung", &Probe::OnEventAgain);
+        table.Unregister(&many.probes[1], "Pung");
+    };
+    std::vector<std::size_t> pingSurvivors;
+    std::vector<std::size_t> pongSurvivors;
+    for (std::size_t i = 0; i < kCount; ++i)
+    {
+        const bool gone = i != 0 && i % 3 == 0;
+        if (!gone)
+            pongSurvivors.push_back(i);
+        if (!gone && (i == 0 || i % 5 != 0))
+            pingSurvivors.push_back(i);
+    }
+
+    EventManagerTestEvent event;
+    table.Dispatch("Ping", &event);
+    // Removed later listeners were skipped in the very dispatch that removed them.
+    EXPECT_EQ(many.log, many.Addresses(pingSurvivors));
+
+    many.probes[0].m_Action = nullptr;
+    many.log.clear();
+    table.Dispatch("Ping", &event);
+    EXPECT_EQ(many.log, many.Addresses(pingSurvivors));
+    many.log.clear();
+    table.Dispatch("Pong", &event);
+    EXPECT_EQ(many.log, many.Addresses(pongSurvivors));
+    EXPECT_EQ(table.CountBinds(&many.probes[1], "Ping"), 1);
+    EXPECT_EQ(table.CountBinds(&many.probes[1], "Pung"), 0);
+    EXPECT_EQ(table.CountBinds(&many.probes[5], "Pong"), 1);
+    EXPECT_EQ(table.CountBinds(&many.probes[6], "Pong"), 0);
+}
+
+TEST(EventManagerTest, ManyListenersAddedAndRemovedOutsideDispatchKeepAscendingOrder)
+{
+    constexpr std::size_t kCount = 2000;
+    ManyProbes many(kCount);
+    EventManager table;
+    const std::vector<std::size_t> order = Scrambled(kCount);
+    // Register the first half, remove most of it, then register the rest in between.
+    for (std::size_t n = 0; n < kCount / 2; ++n)
+        table.RegisterEvent(&many.probes[order[n]], "Ping", &Probe::OnEvent);
+    for (std::size_t n = 0; n < kCount / 2; ++n)
+        if (order[n] % 4 != 0)
+            table.UnregisterAll(&many.probes[order[n]]);
+    for (std::size_t n = kCount / 2; n < kCount; ++n)
+    {
+        table.RegisterEvent(&many.probes[order[n]], "Ping", &Probe::OnEvent);
+        table.RegisterEvent(&many.probes[order[n]], "Ping", &Probe::OnEventAgain);
+    }
+
+    std::vector<std::size_t> expected;
+    for (std::size_t i = 0; i < kCount; ++i)
+    {
+        const bool firstHalf =
+            std::find(order.begin(), order.begin() + kCount / 2, i) != order.begin() + kCount / 2;
+        if (!firstHalf)
+        {
+            expected.push_back(i);
+            expected.push_back(i);
+        }
+        else if (i % 4 == 0)
+        {
+            expected.push_back(i);
+        }
+    }
+    EventManagerTestEvent event;
+    table.Dispatch("Ping", &event);
+    EXPECT_EQ(many.log, many.Addresses(expected));
+}
+
+TEST(EventManagerTest, DispatchToObjectReachesTheFirstBindThatIsStillLive)
+{
+    ObjectFixture mine;
+    ManyProbes many(16);
+    EventManager table;
+    for (Probe& probe : many.probes)
+        table.RegisterEvent(&probe, "Hit", &Probe::OnEvent);
+    Component* first = mine.object->m_Components[0];
+    auto* alpha = dynamic_cast<EventManagerTestAlpha*>(first);
+    if (!alpha)
+        alpha = dynamic_cast<EventManagerTestAlpha*>(mine.object->m_Components[2]);
+    ASSERT_NE(alpha, nullptr);
+    table.RegisterEvent(alpha, "Hit", &EventManagerTestAlpha::OnHit);
+    table.RegisterEvent(alpha, "Hit", &EventManagerTestAlpha::OnHitAgain);
+
+    // The removed first bind may still hold its place in the list.
+    table.Unregister(alpha, "Hit");
+    EventManagerTestEvent event;
+    table.DispatchToObject(mine.object, "Hit", &event);
+    EXPECT_EQ(mine.log, (CallLog{{alpha, 2}}));
+}
+
+// A listener interface that a component may implement beside Component.
+class EventManagerTestWatcher
+{
+public:
+    virtual ~EventManagerTestWatcher() = default;
+    virtual void Watch() {}
+
+    int m_Watched = 0;
+};
+
+// A component whose Component part does not sit at the start of the object.
+class EventManagerTestWatcherComponent : public EventManagerTestWatcher, public Component
+{
+public:
+    void OnHit(Event*) { ++m_Hits; }
+    Component* Clone() const override { return new EventManagerTestWatcherComponent(); }
+    Meta::Data* GetMeta() const override { return Meta::Get<EventManagerTestWatcherComponent>(); }
+
+    int m_Hits = 0;
+};
+
+TEST(EventManagerTest, ComponentNotAtTheStartOfItsObjectIsReachedAndRemovedThroughAnyPointer)
+{
+    auto* watcher = new EventManagerTestWatcherComponent();
+    Component* part = watcher;
+    // The test means something only where the two addresses differ.
+    ASSERT_NE(static_cast<const void*>(watcher), static_cast<const void*>(part));
+
+    GameObject object;
+    object.m_Components.push_back(part);
+    part->m_Owner = &object;
+    EventManager table;
+    table.RegisterEvent(watcher, "Hit", &EventManagerTestWatcherComponent::OnHit);
+    EXPECT_EQ(table.CountBinds(part, "Hit"), 1);
+
+    EventManagerTestEvent event;
+    table.DispatchToObject(&object, "Hit", &event);
+    EXPECT_EQ(watcher->m_Hits, 1);
+
+    // What the object does when it dies: remove its components' binds through Component pointers.
+    table.UnregisterAll(part);
+    EXPECT_EQ(table.CountBinds(watcher, "Hit"), 0);
+    table.Dispatch("Hit", &event);
+    table.DispatchToObject(&object, "Hit", &event);
+    EXPECT_EQ(watcher->m_Hits, 1);
+
+    // And the other way round: filed through its Component pointer, removed through its own class.
+    int calls = 0;
+    bool destroyed = false;
+    table.AddBind(HashName("Hit"), part, new CountingBind(&calls, &destroyed));
+    EXPECT_EQ(table.CountBinds(watcher, "Hit"), 1);
+    table.Unregister(watcher, "Hit");
+    EXPECT_TRUE(destroyed);
+    EXPECT_EQ(table.CountBinds(part, "Hit"), 0);
+}
+}
+
+namespace
+{
+// A listener whose handler is virtual.
+class EventManagerTestBase
+{
+public:
+    virtual ~EventManagerTestBase() = default;
+    virtual void OnPing(Event*) { m_Calls.push_back("base"); }
+
+    std::vector<std::string> m_Calls;
+};
+
+class EventManagerTestDerived : public EventManagerTestBase
+{
+public:
+    void OnPing(Event*) override { m_Calls.push_back("derived"); }
+};
+
+TEST(EventManagerTest, VirtualHandlerNamedThroughTheBaseReachesTheOverride)
+{
+    EventManagerTestDerived derived;
+    EventManager table;
+    table.RegisterEvent(&derived, "Ping", &EventManagerTestBase::OnPing);
+
+    EventManagerTestEvent event;
+    table.Dispatch("Ping", &event);
+    EXPECT_EQ(derived.m_Calls, (std::vector<std::string>{"derived"}));
+    table.UnregisterAll(&derived);
+    table.Dispatch("Ping", &event);
+    EXPECT_EQ(derived.m_Calls.size(), 1u);
+}
+
+TEST(EventManagerTest, MemberFunctionHeldInAnOwnedBindIsCalledAndDeletedWithIt)
+{
+    std::vector<const void*> log;
+    ProbeSet p(&log);
+    EventManager table;
+    table.AddBind(HashName("Ping"), &p[1], new EventManager::EventBindObject<Probe>(&p[1], &Probe::OnEvent));
+    table.RegisterEvent(&p[0], "Ping", &Probe::OnEvent);
+
+    EventManagerTestEvent event;
+    table.Dispatch("Ping", &event);
+    EXPECT_EQ(log, (std::vector<const void*>{p.at(0), p.at(1)}));
+    table.Unregister(&p[1], "Ping");
+    log.clear();
+    table.Dispatch("Ping", &event);
+    EXPECT_EQ(log, (std::vector<const void*>{p.at(0)}));
+}
+
+TEST(EventManagerTest, RegistrationWithoutListenerOrFunctionIsIgnored)
+{
+    EventManager table;
+    Probe probe;
+    table.RegisterEvent(static_cast<Probe*>(nullptr), "Ping", &Probe::OnEvent);
+    table.RegisterEvent(&probe, "Ping", static_cast<void (Probe::*)(Event*)>(nullptr));
+    table.AddBind(HashName("Ping"), &probe, nullptr);
+    EventManagerTestEvent event;
+    table.Dispatch("Ping", &event);
+    EXPECT_EQ(table.CountBinds(&probe, "Ping"), 0);
 }
 }

@@ -252,3 +252,42 @@ TEST_F(SpaceTest, BroadcastToAnUnknownObjectDoesNothing)
     m_Space.BroadcastEventToObject("Ping", &event, object->GetId());
     EXPECT_EQ(probe->m_Events, 1);
 }
+
+TEST_F(SpaceTest, CollectingThousandsOfBoundObjectsUnbindsThemAndKeepsTheSurvivorsReachable)
+{
+    const ArchetypeId type = MakeArchetype("Bound", {"Probe", "OtherProbe"});
+    std::vector<GameObject*> objects;
+    for (int i = 0; i < 3000; ++i)
+    {
+        GameObject* object = m_Space.CreateObject(type);
+        for (Component* component : object->m_Components)
+        {
+            m_Space.m_Events.RegisterEvent(static_cast<Probe*>(component), "LogicUpdate", &Probe::OnEvent);
+            m_Space.m_Events.RegisterEvent(static_cast<Probe*>(component), "Ping", &Probe::OnEvent);
+        }
+        objects.push_back(object);
+    }
+    std::vector<GameObject*> survivors;
+    for (std::size_t i = 0; i < objects.size(); ++i)
+    {
+        if (i % 3 == 0)
+            survivors.push_back(objects[i]);
+        else
+            objects[i]->Destroy();
+    }
+    m_Space.GarbageCollectObjects();
+    EXPECT_EQ(m_Space.m_Objects.size(), survivors.size());
+    EXPECT_EQ(Count("probe:Destroyed"), 4000);
+
+    m_Space.Update(0.016f);
+    GenericEvent::EndOfFrame ping;
+    m_Space.BroadcastEventToObject("Ping", &ping, survivors.back()->GetId());
+    for (GameObject* survivor : survivors)
+    {
+        for (Component* component : survivor->m_Components)
+        {
+            EXPECT_EQ(m_Space.m_Events.CountBinds(component, "LogicUpdate"), 1);
+            EXPECT_EQ(static_cast<Probe*>(component)->m_Events, survivor == survivors.back() ? 2 : 1);
+        }
+    }
+}
