@@ -3,11 +3,13 @@
 #include "engine/Log.h"
 #include "platform/Paths.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
 #include <optional>
 #include <sstream>
+#include <string_view>
 #include <system_error>
 
 namespace Util
@@ -44,6 +46,88 @@ std::string Forward(std::string path)
             c = '/';
     return path;
 }
+
+// What a listing keeps of a folder's entries.
+enum class EntryKind
+{
+    File,
+    Folder
+};
+
+// The names of the entries of one kind in `folder`, sorted. Links are looked through (a link to a
+// file is a file). Every error ends the listing quietly: a folder that can't be read gives nothing,
+// one that vanishes while it's read gives what was read before.
+std::vector<std::string> SortedEntries(const std::string& folder, EntryKind kind)
+{
+    std::vector<std::string> names;
+    std::error_code error;
+    std::filesystem::directory_iterator entry(Forward(folder), error);
+    for (const std::filesystem::directory_iterator end; !error && entry != end; entry.increment(error))
+    {
+        std::error_code typeError;
+        const bool wanted =
+            kind == EntryKind::File ? entry->is_regular_file(typeError) : entry->is_directory(typeError);
+        if (wanted && !typeError)
+            names.push_back(entry->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// The folder's path with every link and "." or ".." step resolved, or "" if it can't be.
+std::string RealPath(const std::string& folder)
+{
+    std::error_code error;
+    const std::filesystem::path real = std::filesystem::canonical(Forward(folder), error);
+    return error ? std::string() : real.string();
+}
+
+// ListFolders below `base` (ending in a separator). `above` holds the real paths of `base` and the
+// folders above it: a folder that is one of them is reached through a link that leads back up,
+// and following it would never end.
+void ListFoldersBelow(const std::string& base, std::vector<std::string>& out, std::vector<std::string>& above)
+{
+    for (const std::string& name : SortedEntries(base, EntryKind::Folder))
+    {
+        const std::string path = base + name + "/";
+        const std::string real = RealPath(path);
+        if (real.empty() || std::find(above.begin(), above.end(), real) != above.end())
+            continue;
+        out.push_back(path);
+        above.push_back(real);
+        ListFoldersBelow(path, out, above);
+        above.pop_back();
+    }
+}
+}
+
+std::string NormalizePath(const std::string& path)
+{
+    if (path.empty())
+        return path;
+    const std::string forward = Forward(path);
+    const bool absolute = forward.front() == '/';
+    const bool trailing =
+        forward.back() == '/' || (forward.size() >= 2 && forward.compare(forward.size() - 2, 2, "/.") == 0);
+    std::string normal = absolute ? "/" : "";
+    std::size_t start = 0;
+    while (start <= forward.size())
+    {
+        const std::size_t end = std::min(forward.find('/', start), forward.size());
+        const std::string_view segment = std::string_view(forward).substr(start, end - start);
+        if (!segment.empty() && segment != ".")
+        {
+            if (!normal.empty() && normal.back() != '/')
+                normal += '/';
+            normal += segment;
+        }
+        start = end + 1;
+    }
+    if (normal.empty())
+        return trailing ? "./" : ".";
+    if (trailing && normal.back() != '/')
+        normal += '/';
+    return normal;
 }
 
 const std::string& GetDataDirectory()
@@ -53,8 +137,8 @@ const std::string& GetDataDirectory()
 
 void SetDataDirectory(const std::string& path)
 {
-    std::string directory = path;
-    if (directory.empty() || !IsSeparator(directory.back()))
+    std::string directory = path.empty() ? std::string("./") : NormalizePath(path);
+    if (directory.back() != '/')
         directory += '/';
     DataDirectory() = directory;
 }
@@ -116,28 +200,20 @@ std::string GetFileName(const std::string& path)
 
 void ListFiles(const std::string& folder, std::vector<std::string>& out, bool withPath)
 {
-    std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(Forward(folder), error))
-    {
-        if (!entry.is_regular_file(error))
-            continue;
-        const std::string name = entry.path().filename().string();
-        out.push_back(withPath ? folder + (IsSeparator(folder.back()) ? "" : "/") + name : name);
-    }
+    if (folder.empty())
+        return;
+    const std::string base = IsSeparator(folder.back()) ? folder : folder + "/";
+    for (const std::string& name : SortedEntries(folder, EntryKind::File))
+        out.push_back(withPath ? base + name : name);
 }
 
 void ListFolders(const std::string& folder, std::vector<std::string>& out)
 {
-    std::error_code error;
-    const std::string base = folder.empty() || IsSeparator(folder.back()) ? folder : folder + "/";
-    for (const auto& entry : std::filesystem::directory_iterator(Forward(base), error))
-    {
-        if (!entry.is_directory(error))
-            continue;
-        const std::string path = base + entry.path().filename().string() + "/";
-        out.push_back(path);
-        ListFolders(path, out);
-    }
+    if (folder.empty())
+        return;
+    const std::string base = IsSeparator(folder.back()) ? folder : folder + "/";
+    std::vector<std::string> above = {RealPath(base)};
+    ListFoldersBelow(base, out, above);
 }
 
 void ListFilesRecursive(const std::string& folder, std::vector<std::string>& out)

@@ -4,7 +4,11 @@
 // plain functions on path strings: splitting, listing, creating, copying.
 //
 // Paths are written with '/'; every function here accepts '\' as well, since
-// data files written on other machines may carry it.
+// data files written on other machines may carry it. Paths that name a file the
+// engine keeps track of (watched files, files it writes, the data directory) are
+// passed through NormalizePath where they come in, so that every spelling of one
+// file is one string. Listings come back sorted by name, so data loads in the
+// same order on every machine.
 #pragma once
 
 #include <string>
@@ -12,9 +16,13 @@
 
 namespace Util
 {
-// The data directory, always ending in a separator.
+// One spelling for a path: '\' becomes '/', "//" and "/./" collapse, a leading "./" goes;
+// "../" steps and a trailing '/' stay (a\.\b\ gives a/b/, .\ gives ./).
+std::string NormalizePath(const std::string& path);
+// The data directory, normalised and always ending in '/'.
 const std::string& GetDataDirectory();
-// Replaces the data directory, adding a trailing '/' when it has no separator at the end.
+// Replaces the data directory with the normalised path, adding a trailing '/' when it has none
+// ("" stands for the working directory, "./").
 void SetDataDirectory(const std::string& path);
 // The application data folder, ending in '/'; made (with its dump folder) and cached on first use.
 const std::string& GetAppDataDirectory();
@@ -33,9 +41,12 @@ std::string GetDirectory(const std::string& path);
 std::string GetExtension(const std::string& path);
 // The text behind the last separator, up to the first '.' of it.
 std::string GetFileName(const std::string& path);
-// Appends the names of the files in `folder`: plain names, or with the folder in front if `withPath`.
+// Appends the names of the files in `folder`, sorted: plain names, or with the folder in front if
+// `withPath`. A folder that can't be read, or vanishes meanwhile, gives what was read of it.
 void ListFiles(const std::string& folder, std::vector<std::string>& out, bool withPath);
-// Appends every subfolder of `folder`, recursively and depth first, as full paths ending in '/'.
+// Appends every subfolder of `folder`, recursively, depth first and sorted at each level, as full
+// paths ending in '/'. Links to folders are followed, except those that lead back to a folder
+// above them, so a link cycle ends.
 void ListFolders(const std::string& folder, std::vector<std::string>& out);
 // Appends, with their paths, the files of every subfolder of `folder`, then those of `folder` itself.
 void ListFilesRecursive(const std::string& folder, std::vector<std::string>& out);

@@ -5,9 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -112,17 +114,146 @@ TEST_F(FileWatcherTest, ChangeOnDiskReachesTheMainThreadWithinTwoSeconds)
     EXPECT_LT(waited, 2500ms);
 }
 
-TEST_F(FileWatcherTest, TwoQuickWritesInTheSameSecondCountAsOneChange)
+TEST_F(FileWatcherTest, ASecondWriteInTheSameSecondOfFileTimeBringsNoSecondReload)
 {
     const std::string path = WatchNew("a.txt");
+    // Both writes land inside one whole second of file time, ten seconds ahead.
+    const auto second = std::chrono::floor<std::chrono::seconds>(std::filesystem::file_time_type::clock::now()) + 10s;
     std::ofstream(path, std::ios::trunc) << "first";
-    Touch(path, 10, 100ms);
-    m_Watcher.Poll();
+    std::filesystem::last_write_time(path, second + 100ms);
+    PollAndUpdate();
+    ASSERT_EQ(m_Recorder.paths.size(), 1u);
+
     std::ofstream(path, std::ios::trunc) << "second";
-    Touch(path, 10, 600ms);
+    std::filesystem::last_write_time(path, second + 600ms);
     PollAndUpdate();
     PollAndUpdate();
     EXPECT_EQ(m_Recorder.paths.size(), 1u);
+}
+
+TEST_F(FileWatcherTest, AWatchAddedAndRemovedBeforeTheNextUpdateNeverFires)
+{
+    const std::string path = m_Temp.Write("a.txt", "1");
+    m_Watcher.Add(path, false, &m_Recorder, m_Recorder.Callback());
+    m_Watcher.Remove(&m_Recorder);
+    m_Watcher.Update(0.016f);
+    EXPECT_EQ(m_Watcher.CountWatched(), 0u);
+    Touch(path, 5);
+    PollAndUpdate();
+    EXPECT_TRUE(m_Recorder.paths.empty());
+}
+
+TEST_F(FileWatcherTest, ACallbackThatRemovesAnotherWatchStopsItsCallbackInTheSameUpdate)
+{
+    const std::string first = m_Temp.Write("a.txt", "1");
+    const std::string second = m_Temp.Write("b.txt", "1");
+    Recorder removed;
+    int calls = 0;
+    m_Watcher.Add(first, false, &calls, [&](const std::string&) {
+        ++calls;
+        m_Watcher.Remove(&removed);
+    });
+    m_Watcher.Add(second, false, &removed, removed.Callback());
+    m_Watcher.Update(0.016f);
+    Touch(first, 5);
+    Touch(second, 5);
+    PollAndUpdate();
+    EXPECT_EQ(calls, 1);
+    EXPECT_TRUE(removed.paths.empty());
+    PollAndUpdate();
+    EXPECT_TRUE(removed.paths.empty());
+    EXPECT_EQ(m_Watcher.CountWatched(), 1u);
+}
+
+TEST_F(FileWatcherTest, ACallbackMayRemoveItsOwnWatchAndWatchTheFileAgain)
+{
+    const std::string path = WatchNew("a.txt");
+    int reloads = 0;
+    std::function<void(const std::string&)> reload = [&](const std::string& file) {
+        ++reloads;
+        m_Watcher.Remove(&reloads);
+        m_Watcher.Add(file, false, &reloads, reload);
+    };
+    m_Watcher.Add(path, false, &reloads, reload);
+    m_Watcher.Update(0.016f);
+    for (int round = 1; round <= 3; ++round)
+    {
+        // The watch added again is taken in by the next frame.
+        m_Watcher.Update(0.016f);
+        Touch(path, 5 * round);
+        PollAndUpdate();
+        EXPECT_EQ(reloads, round);
+    }
+    m_Watcher.Update(0.016f);
+    EXPECT_EQ(m_Watcher.CountWatched(), 2u);
+}
+
+TEST_F(FileWatcherTest, AChangeSeenWhileItsCallbackRunsIsDeliveredByALaterUpdate)
+{
+    const std::string path = m_Temp.Write("a.txt", "1");
+    int calls = 0;
+    m_Watcher.Add(path, false, &calls, [&](const std::string& file) {
+        if (++calls == 1)
+        {
+            // The file is saved again while it is being reloaded, and the thread sees it.
+            Touch(file, 20);
+            m_Watcher.Poll();
+        }
+    });
+    m_Watcher.Update(0.016f);
+    Touch(path, 5);
+    PollAndUpdate();
+    EXPECT_EQ(calls, 1);
+    m_Watcher.Update(0.016f);
+    EXPECT_EQ(calls, 2);
+    PollAndUpdate();
+    EXPECT_EQ(calls, 2);
+}
+
+TEST_F(FileWatcherTest, EverySpellingOfAPathIsOneFile)
+{
+    m_Temp.Write("sub/a.txt", "1");
+    const std::string normal = m_Temp.Path() + "sub/a.txt";
+    std::string backslashed = m_Temp.Path() + "sub/./a.txt";
+    std::replace(backslashed.begin(), backslashed.end(), '/', '\\');
+    m_Watcher.Add(m_Temp.Path() + "/sub//./a.txt", true, &m_Recorder, m_Recorder.Callback());
+    m_Watcher.Update(0.016f);
+    ASSERT_EQ(m_Recorder.paths, std::vector<std::string>{normal});
+
+    // The engine's own write under another spelling is known as its own.
+    Touch(normal, 4);
+    m_Watcher.NoteOwnWrite(backslashed);
+    PollAndUpdate();
+    EXPECT_EQ(m_Recorder.paths.size(), 1u);
+
+    // A hold under a third spelling holds the same file.
+    m_Watcher.SetHeld(m_Temp.Path() + "sub/./a.txt", true);
+    Touch(normal, 8);
+    PollAndUpdate();
+    EXPECT_EQ(m_Recorder.paths.size(), 1u);
+    m_Watcher.SetHeld(backslashed, false);
+    m_Watcher.Update(0.016f);
+    EXPECT_EQ(m_Recorder.paths, (std::vector<std::string>{normal, normal}));
+}
+
+TEST_F(FileWatcherTest, TheEnginesOwnWriterUnderAnotherSpellingBringsNoReload)
+{
+    const std::string path = m_Temp.Write("Settings.txt", "{\n}\n");
+    FileWatcher& watcher = FileWatcher::Get();
+    watcher.Add(path, false, &m_Recorder, m_Recorder.Callback());
+    watcher.Update(0.016f);
+    {
+        Util::Serializer file;
+        ASSERT_TRUE(file.OpenWrite(m_Temp.Path() + ".//Settings.txt"));
+        file.m_Stream << "{\n  Saved true\n}\n";
+        file.m_Stream.flush();
+        Touch(path, 7);
+    }
+    watcher.Poll();
+    watcher.Update(0.016f);
+    EXPECT_TRUE(m_Recorder.paths.empty());
+    watcher.Remove(&m_Recorder);
+    watcher.Update(0.016f);
 }
 
 TEST_F(FileWatcherTest, RemovedFileReadsAsAChangeAndTheCallbackCopes)

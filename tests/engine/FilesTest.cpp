@@ -6,9 +6,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <filesystem>
+#include <fstream>
 #include <regex>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace
@@ -48,8 +51,50 @@ TEST(FilesTest, DataDirectoryWithATrailingSeparatorIsNotDoubled)
     Util::SetDataDirectory("../Other/");
     EXPECT_EQ(Util::GetDataDirectory(), "../Other/");
     Util::SetDataDirectory("..\\Other\\");
-    EXPECT_EQ(Util::GetDataDirectory(), "..\\Other\\");
+    EXPECT_EQ(Util::GetDataDirectory(), "../Other/");
     Util::SetDataDirectory(old);
+}
+
+TEST(FilesTest, DataDirectoryWithBackslashesGetsOneSpelling)
+{
+    const std::string old = Util::GetDataDirectory();
+    Util::SetDataDirectory("..\\Other");
+    EXPECT_EQ(Util::GetDataDirectory(), "../Other/");
+    Util::SetDataDirectory(".\\Data\\\\Rooms\\.\\");
+    EXPECT_EQ(Util::GetDataDirectory(), "Data/Rooms/");
+    Util::SetDataDirectory("");
+    EXPECT_EQ(Util::GetDataDirectory(), "./");
+    Util::SetDataDirectory(".");
+    EXPECT_EQ(Util::GetDataDirectory(), "./");
+    Util::SetDataDirectory(old);
+}
+
+TEST(FilesTest, NormalizePathGivesOneSpellingPerFile)
+{
+    EXPECT_EQ(Util::NormalizePath("..\\Data\\Rooms\\Start.txt"), "../Data/Rooms/Start.txt");
+    EXPECT_EQ(Util::NormalizePath("../Data//Rooms///Start.txt"), "../Data/Rooms/Start.txt");
+    EXPECT_EQ(Util::NormalizePath("../Data/./Rooms/././Start.txt"), "../Data/Rooms/Start.txt");
+    EXPECT_EQ(Util::NormalizePath("./Data/Start.txt"), "Data/Start.txt");
+    EXPECT_EQ(Util::NormalizePath(".\\.\\Data\\Start.txt"), "Data/Start.txt");
+    // Parent steps stay, leading or inside: folding them would be wrong across links.
+    EXPECT_EQ(Util::NormalizePath("../../Data/../Other/a.txt"), "../../Data/../Other/a.txt");
+    // A trailing separator stays, and only one.
+    EXPECT_EQ(Util::NormalizePath("../Data/"), "../Data/");
+    EXPECT_EQ(Util::NormalizePath("../Data\\\\"), "../Data/");
+    EXPECT_EQ(Util::NormalizePath("../Data/."), "../Data/");
+    EXPECT_EQ(Util::NormalizePath("../Data"), "../Data");
+    // Absolute paths stay absolute.
+    EXPECT_EQ(Util::NormalizePath("/tmp//a/./b"), "/tmp/a/b");
+    EXPECT_EQ(Util::NormalizePath("\\tmp\\a"), "/tmp/a");
+    EXPECT_EQ(Util::NormalizePath("/"), "/");
+    // Nothing but the current folder.
+    EXPECT_EQ(Util::NormalizePath(""), "");
+    EXPECT_EQ(Util::NormalizePath("."), ".");
+    EXPECT_EQ(Util::NormalizePath("./"), "./");
+    EXPECT_EQ(Util::NormalizePath(".//./"), "./");
+    // Normalising twice changes nothing.
+    for (const char* path : {"..\\a//b/./c\\", "./x", "/", ".", "a/.", "../"})
+        EXPECT_EQ(Util::NormalizePath(Util::NormalizePath(path)), Util::NormalizePath(path)) << path;
 }
 
 TEST(FilesTest, AppDataFolderIsMadeWithItsDumpFolder)
@@ -110,6 +155,105 @@ TEST(FilesTest, ListFilesRecursiveGivesSubfoldersFirstThenTheFolder)
     std::vector<std::string> files;
     Util::ListFilesRecursive(temp.Path(), files);
     EXPECT_EQ(files, (std::vector<std::string>{temp.Path() + "one/two/deep.txt", temp.Path() + "top.txt"}));
+}
+
+TEST(FilesTest, ListFilesGivesNamesSortedByName)
+{
+    TempFolder temp;
+    const std::vector<std::string> names = {"Zeta.txt", "alpha.txt", "Beta.txt", "m10.txt", "m2.txt",
+                                            "delta.lua", "Crate.txt", "crate.txt", "_first.txt", "9.txt"};
+    for (const std::string& name : names)
+        temp.Write(name, "");
+    std::vector<std::string> listed;
+    Util::ListFiles(temp.Path(), listed, false);
+    EXPECT_EQ(listed, Sorted(names));
+    std::vector<std::string> paths;
+    Util::ListFiles(temp.Path(), paths, true);
+    ASSERT_EQ(paths.size(), names.size());
+    for (std::size_t i = 0; i < paths.size(); ++i)
+        EXPECT_EQ(paths[i], temp.Path() + Sorted(names)[i]);
+}
+
+TEST(FilesTest, ListFoldersIsSortedAtEveryLevel)
+{
+    TempFolder temp;
+    for (const char* file : {"b/y/f", "b/x/f", "a/f", "c/z/w/f", "c/a/f", "B/f", "b/Z/f"})
+        temp.Write(file, "");
+    std::vector<std::string> folders;
+    Util::ListFolders(temp.Path(), folders);
+    std::vector<std::string> expected;
+    for (const char* folder : {"B/", "a/", "b/", "b/Z/", "b/x/", "b/y/", "c/", "c/a/", "c/z/", "c/z/w/"})
+        expected.push_back(temp.Path() + folder);
+    EXPECT_EQ(folders, expected);
+    std::vector<std::string> files;
+    Util::ListFilesRecursive(temp.Path(), files);
+    std::vector<std::string> expectedFiles;
+    for (const char* file : {"B/f", "a/f", "b/Z/f", "b/x/f", "b/y/f", "c/a/f", "c/z/w/f"})
+        expectedFiles.push_back(temp.Path() + file);
+    EXPECT_EQ(files, expectedFiles);
+}
+
+TEST(FilesTest, ListFoldersDoesNotFollowLinksIntoACycle)
+{
+    TempFolder temp;
+    temp.Write("a/b/f.txt", "");
+    temp.Write("c/g.txt", "");
+    // A link back to the top, one to its own parent, and one to a folder listed anyway, which is
+    // then listed under both names.
+    std::filesystem::create_directory_symlink(temp.Path(), temp.Path() + "a/b/top");
+    std::filesystem::create_directory_symlink("..", temp.Path() + "a/up");
+    std::filesystem::create_directory_symlink(temp.Path() + "c", temp.Path() + "a/toC");
+    std::vector<std::string> folders;
+    Util::ListFolders(temp.Path(), folders);
+    EXPECT_EQ(folders, (std::vector<std::string>{temp.Path() + "a/", temp.Path() + "a/b/", temp.Path() + "a/toC/",
+                                                 temp.Path() + "c/"}));
+    std::vector<std::string> files;
+    Util::ListFilesRecursive(temp.Path(), files);
+    EXPECT_EQ(files, (std::vector<std::string>{temp.Path() + "a/b/f.txt", temp.Path() + "a/toC/g.txt",
+                                               temp.Path() + "c/g.txt"}));
+}
+
+TEST(FilesTest, ListFoldersFollowsALinkToAFolderOutsideTheTree)
+{
+    TempFolder temp;
+    temp.Write("outside/shared/f.txt", "");
+    temp.Write("tree/own.txt", "");
+    std::filesystem::create_directory_symlink(temp.Path() + "outside", temp.Path() + "tree/linked");
+    std::vector<std::string> folders;
+    Util::ListFolders(temp.Path() + "tree", folders);
+    EXPECT_EQ(folders, (std::vector<std::string>{temp.Path() + "tree/linked/", temp.Path() + "tree/linked/shared/"}));
+}
+
+TEST(FilesTest, ListingAFolderThatVanishesMeanwhileGivesAPartialListAndNoException)
+{
+    // A folder large enough to be read in several pieces is emptied and removed by another thread
+    // while it's listed, over and over; each listing ends quietly with what it had read.
+    TempFolder temp;
+    const std::string folder = temp.Path() + "vanishing/";
+    const std::string name(100, 'n');
+    constexpr int kFiles = 600;
+    for (int round = 0; round < 8; ++round)
+    {
+        std::filesystem::create_directories(folder + "sub");
+        for (int i = 0; i < kFiles; ++i)
+            std::ofstream(folder + name + std::to_string(i));
+        std::atomic<bool> removed = false;
+        std::thread remover([&] {
+            std::error_code error;
+            std::filesystem::remove_all(folder, error);
+            removed = true;
+        });
+        while (!removed)
+        {
+            std::vector<std::string> names;
+            EXPECT_NO_THROW(Util::ListFiles(folder, names, true));
+            EXPECT_LE(names.size(), static_cast<std::size_t>(kFiles));
+            EXPECT_TRUE(std::is_sorted(names.begin(), names.end()));
+            std::vector<std::string> folders;
+            EXPECT_NO_THROW(Util::ListFilesRecursive(folder, folders));
+        }
+        remover.join();
+    }
 }
 
 TEST(FilesTest, ListingAMissingFolderGivesNothing)

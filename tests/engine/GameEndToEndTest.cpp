@@ -3,6 +3,7 @@
 
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -99,6 +100,24 @@ TEST_F(GameEndToEndTest, MissingDataDirectoryIsReportedAndTheGameRunsOn)
     const std::string log = ReadLog();
     EXPECT_NE(log.find("Data directory not found: \"/no/such/data/dir/\""), std::string::npos) << log;
     EXPECT_NE(log.find("Frames run: 4\n"), std::string::npos) << log;
+}
+
+TEST_F(GameEndToEndTest, DataDirectoryWrittenWithBackslashesIsFound)
+{
+    // The test data folder, relative to the game's working folder, spelt with '\\'.
+    std::string relative =
+        std::filesystem::relative(VORN_TEST_DATA_DIR "/EmptyData", std::filesystem::path(VORN_GAME_PATH).parent_path())
+            .string();
+    std::replace(relative.begin(), relative.end(), '/', '\\');
+    ASSERT_EQ(relative.rfind("..\\", 0), 0u) << relative;
+    const GameRun run = RunGame("--frames=02 --datadir='" + relative + "'");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    const std::string log = ReadLog();
+    EXPECT_EQ(log.find("Data directory not found"), std::string::npos) << log;
+
+    const GameRun missing = RunGame("--frames=02 --datadir='..\\No\\Such'");
+    EXPECT_EQ(missing.exitCode, 0) << missing.output;
+    EXPECT_NE(ReadLog().find("Data directory not found: \"../No/Such/\""), std::string::npos) << ReadLog();
 }
 
 TEST_F(GameEndToEndTest, FirstRunWritesTheSettingsFileWithDefaults)

@@ -1,6 +1,7 @@
 #include "utilities/Serialization/Serializer.h"
 
 #include "engine/FileWatcher.h"
+#include "engine/Files.h"
 #include "engine/Log.h"
 
 #include <limits>
@@ -47,9 +48,11 @@ void Serializer::Reset(std::streambuf* buffer, const std::string& name)
 bool Serializer::OpenFile(const std::string& path, std::ios::openmode mode)
 {
     Close();
-    if (!m_File.open(path, mode))
+    // One spelling per file, so the watcher knows the write as its own.
+    const std::string normal = NormalizePath(path);
+    if (!m_File.open(normal, mode))
         return false;
-    Reset(&m_File, path);
+    Reset(&m_File, normal);
     m_Writing = (mode & std::ios::out) != 0;
     return true;
 }
