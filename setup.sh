@@ -16,6 +16,7 @@ cd "$(dirname "$0")"
 packages=(
   g++ cmake ninja-build pkg-config ccache
   libsdl2-dev libdw-dev
+  libluajit-5.1-dev lua-filesystem-dev
   libgtest-dev libgmock-dev libbenchmark-dev
 )
 if [ "${1:-}" = fuzz ]; then
