@@ -9,7 +9,10 @@
 #include "engine/Space.h"
 #include "engine/SpaceManager.h"
 #include "engine/System.h"
+#include "engine/Files.h"
 #include "utilities/Meta/Registration.h"
+#include "utilities/lua/LuaScript.h"
+#include "utilities/lua/LuaSystem.h"
 
 META_REGISTER_NS(Engine, Manager)
 {
@@ -43,6 +46,12 @@ void Manager::Initialize()
 void Manager::RunFrame()
 {
     const float dt = FrameRateController::Get().ClampDt();
+    if (m_DebugScript)
+    {
+        const int debugUpdate = m_DebugScript->FindFunction("DebugUpdate");
+        if (debugUpdate != -1)
+            LuaSystem::Get().CallRef(debugUpdate);
+    }
     PerformanceData& timers = PerformanceData::Get();
     for (System* system : m_Systems)
     {
@@ -58,6 +67,18 @@ void Manager::RunFrame()
 
 void Manager::Run()
 {
+    // The debug script: DebugUpdate is looked up again whenever the file is edited.
+    LuaScript debugScript(Util::GetDataDirectory() + kDebugScript);
+    debugScript.m_OnReload = [&debugScript] { debugScript.CacheFunction("DebugUpdate"); };
+    debugScript.Run();
+    debugScript.CacheFunction("DebugUpdate");
+    m_DebugScript = &debugScript;
+    struct DebugScriptScope
+    {
+        Manager& manager;
+        ~DebugScriptScope() { manager.m_DebugScript = nullptr; }
+    } debugScriptScope{*this};
+
     GameStateManager& states = GameStateManager::Get();
     while (m_Running && states.GetCurrentStateId() != GameStateManager::Quit)
     {

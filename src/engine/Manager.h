@@ -1,9 +1,12 @@
 // Engine::Manager: the list of engine systems and the run loop.
 //
 // Start-up adds the engine systems in their fixed order; Run() then loops over
-// game states, and within a state runs frames: each frame clamps the frame time
-// and calls Update(dt) of every engine system in list order, each timed under
-// its type name. The manager also owns the global event table.
+// game states, and within a state runs frames: each frame clamps the frame time,
+// calls the debug script's DebugUpdate when it defines one, and calls Update(dt)
+// of every engine system in list order, each timed under its type name. The
+// debug script, "LuaScripts/DebugScript.lua" in the data directory, is watched:
+// an edit takes effect in the next frame. The manager also owns the global event
+// table.
 #pragma once
 
 #include "engine/EventManager.h"
@@ -12,6 +15,7 @@
 #include <vector>
 
 class Event;
+class LuaScript;
 class System;
 
 namespace Engine
@@ -26,9 +30,10 @@ public:
     void AddSystem(System* system);
     // Calls Initialize on every system in list order.
     void Initialize();
-    // Runs game states and their frames until the game quits.
+    // Runs the debug script, then game states and their frames until the game quits.
     void Run();
-    // Runs one frame: every system's Update with the clamped frame time.
+    // Runs one frame: the debug script's DebugUpdate, then every system's Update with the clamped
+    // frame time.
     void RunFrame();
     // Ends the run loop.
     void EndGame() { m_Running = false; }
@@ -36,6 +41,8 @@ public:
     void SetFrameLimit(unsigned frames) { m_FrameLimit = frames; }
     // Frames run since start.
     unsigned GetFrameCount() const { return m_FrameCount; }
+    // Path of the debug script, from the data directory.
+    static constexpr const char* kDebugScript = "LuaScripts/DebugScript.lua";
 
     // Sends an event by its type name on the global table, then on every space that isn't paused.
     void BroadcastEvent(Event* event);
@@ -48,6 +55,8 @@ public:
     bool m_Running = true;
     // The global event table.
     EventManager m_Events;
+    // The debug script while Run runs (null otherwise); RunFrame calls its DebugUpdate.
+    LuaScript* m_DebugScript = nullptr;
 
 private:
     Manager() = default;

@@ -169,7 +169,8 @@ int WinMain(const char* commandLine)
     manager.Initialize();
     // 15. Archetype files: not built yet.
     // 16. Rooms: not built yet.
-    // 17. "LuaScripts/GameInitialize.lua": not built yet.
+    // 17. "LuaScripts/GameInitialize.lua" runs, then its InitializeGame.
+    LuaSystem::Get().GameInitialize();
     // 18. The type "void"; generated documentation is not built yet.
     Meta::Register<Void>("void", "").m_Size = 0;
     // 19. Show the window.

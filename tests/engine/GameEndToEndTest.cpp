@@ -212,3 +212,27 @@ TEST_F(GameEndToEndTest, ProfiledRunWritesTheProfileReport)
     EXPECT_NE(text.find(";SpaceManager;"), std::string::npos) << text;
     EXPECT_NE(text.find(";5\n"), std::string::npos) << text;
 }
+
+TEST_F(GameEndToEndTest, LuaErrorsInTheBootScriptsAndEveryFrameArePrintedAndTheGameRunsOn)
+{
+    const GameRun run = RunGame("--frames=05 --datadir=\"" VORN_TEST_DATA_DIR "/LuaErrorData\"");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_NE(run.output.find("Lua Error: "), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("Global.lua:2: Global.lua failed on purpose\n"), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("GameInitialize.lua:3: InitializeGame failed on purpose\n"), std::string::npos)
+        << run.output;
+    std::size_t debugErrors = 0;
+    for (std::size_t at = run.output.find("DebugUpdate failed on purpose"); at != std::string::npos;
+         at = run.output.find("DebugUpdate failed on purpose", at + 1))
+        ++debugErrors;
+    EXPECT_EQ(debugErrors, 5u) << run.output;
+    EXPECT_NE(ReadLog().find("Frames run: 5\n"), std::string::npos) << ReadLog();
+}
+
+TEST_F(GameEndToEndTest, ShippedScriptsRunWithoutALuaError)
+{
+    const GameRun run = RunGame("--frames=03 --datadir=\"" VORN_TEST_DATA_DIR "/../../Data\"");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_EQ(run.output.find("Lua Error"), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("Emberfallow: game initialized.\n"), std::string::npos) << run.output;
+}

@@ -1,14 +1,112 @@
-// LuaSystem: the Lua state, script loading and hot reload. Not built yet: its update does nothing.
+// LuaSystem: the one Lua state of the program (LuaJIT, with the Lua 5.1
+// interface) and what keeps scripts alive across file changes: the list of
+// loaded script files, the global helper functions, error reporting and the
+// order in which the boot scripts run.
+//
+// The system is made on first use, during static initialisation (type
+// registrations already need it), so its constructor only makes the state: it
+// touches no data directory, log or platform call. Initialize runs
+// "LuaScripts/Globals/Global.lua" from the data directory and notes
+// "Closing.lua", which runs when the system is destroyed; GameInitialize runs
+// "LuaScripts/GameInitialize.lua" and its InitializeGame.
+//
+// The automatic garbage collector is off for the life of the state: each
+// frame's Update takes one bounded collector step instead. Lua errors are
+// printed on standard output as "Lua Error: ..." and the program runs on.
 #pragma once
 
 #include "engine/System.h"
 
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+struct lua_State;
+class Coroutine;
+class LuaComponent;
+class ScriptFile;
+
+// A thread pool for scripts; nothing in the engine makes one, so LuaSystem's pointer stays null.
+struct LuaWorkerPool;
+
+// A registry slot of a state: the state and the reference (-1: none).
+struct LuaRegistryRef
+{
+    // The state whose registry holds the slot.
+    lua_State* state = nullptr;
+    // The slot; -1 when it holds nothing.
+    int ref = -1;
+};
+
 class LuaSystem : public System
 {
 public:
-    // The one LuaSystem.
+    // The one LuaSystem, made on first use.
     static LuaSystem& Get();
+    // The LuaSystem whose state `L` is (or is a thread of); the one LuaSystem for any other state.
+    static LuaSystem& Of(lua_State* L);
+    // True when both states share one registry: the same state or threads of it.
+    static bool SameUniverse(lua_State* a, lua_State* b);
 
-    void Update(float dt) override {}
+    // Makes the state with the standard libraries, the global functions and LuaFileSystem, the
+    // collector stopped. Public so that tests can make a state of their own.
+    LuaSystem();
+    // Runs the closing script, frees the script files and coroutines, closes the state.
+    ~LuaSystem() override;
+    LuaSystem(const LuaSystem&) = delete;
+    LuaSystem& operator=(const LuaSystem&) = delete;
+
+    // One step of the collector.
+    void Update(float dt) override;
+    // Runs "Global.lua", loads "Closing.lua", makes the mutex.
+    void Initialize() override;
+    // Runs "LuaScripts/GameInitialize.lua" and calls its InitializeGame when it defines one.
+    void GameInitialize();
     Meta::Data* GetMeta() const override;
+
+    // The index of the file at `path` in m_Scripts, loading (compiling, watching) it on first use.
+    int LoadScript(const std::string& path);
+    // The loaded file at `index` (from LoadScript).
+    ScriptFile& GetScript(int index) { return *m_Scripts[static_cast<std::size_t>(index)]; }
+    // Prints a failed status of a Lua call: a yield as "Lua Error: Function Yielded." with the call
+    // stack, any other error as "Lua Error: " and the message, which stays on the stack.
+    void ReportStatus(int status);
+    // Calls the function of registry reference `ref` with no arguments; reports an error. The stack
+    // is left as it was.
+    void CallRef(int ref);
+    // Runs "LuaScripts/Globals/Global.lua" from the data directory (again).
+    void RunGlobalScript();
+    // The lock that guards the main state against calls from other Lua universes (lanes); made by
+    // Initialize, null before.
+    std::recursive_mutex* GetMutex() const { return m_Mutex.get(); }
+
+    // Path of the global script, from the data directory.
+    static constexpr const char* kGlobalScript = "LuaScripts/Globals/Global.lua";
+    // Path of the closing script, from the data directory.
+    static constexpr const char* kClosingScript = "LuaScripts/Globals/Closing.lua";
+    // Path of the game's start script, from the data directory.
+    static constexpr const char* kGameInitializeScript = "LuaScripts/GameInitialize.lua";
+    // Size of the collector step each frame.
+    static constexpr int kCollectorStep = 100;
+
+    // Always null after Initialize; destroyed at shutdown if set.
+    std::unique_ptr<LuaWorkerPool> m_WorkerPool;
+    // Made at the end of Initialize.
+    std::unique_ptr<std::recursive_mutex> m_Mutex;
+    // Every file loaded so far; the index is the file's handle everywhere.
+    std::vector<std::unique_ptr<ScriptFile>> m_Scripts;
+    // Coroutines owned by the system, destroyed with it; entries may be null.
+    std::vector<Coroutine*> m_Coroutines;
+    // The script component whose script runs at this moment.
+    LuaComponent* m_CurrentComponent = nullptr;
+    // The main state.
+    lua_State* m_State = nullptr;
+    // Index of "Closing.lua" in m_Scripts; -1 until Initialize.
+    int m_ClosingScript = -1;
+    // A registry slot, released before the state closes.
+    LuaRegistryRef m_Ref;
+    // Prototypes of script components by script name.
+    std::unordered_map<std::string, std::shared_ptr<LuaComponent>> m_ComponentPrototypes;
 };

@@ -1,0 +1,2 @@
+-- Runs once when the script system shuts down, before the Lua state closes.
+-- Nothing needs tidying up yet.

@@ -1,0 +1,25 @@
+-- Global helpers, run once when the script system starts (and again when a file
+-- loaded with loadfile changes). The engine calls CompareProperties and
+-- SetProperty by name when it compares and writes the variables of script
+-- components.
+
+-- A value a script can compare: a property reference (a table standing for a
+-- member of an object) becomes a detached copy of the value it refers to, once
+-- the binding's Value() exists; anything else is itself.
+local function Plain(value)
+    if Value ~= nil then
+        return Value(value)
+    end
+    return value
+end
+
+-- True when two property values are equal: numbers, strings and booleans by
+-- value, values of registered classes through their own equality.
+function CompareProperties(a, b)
+    return Plain(a) == Plain(b)
+end
+
+-- Sets the property `name` of `object` to `value`.
+function SetProperty(object, name, value)
+    object[name] = value
+end

@@ -1,0 +1,137 @@
+#include "utilities/lua/LuaScript.h"
+
+#include "utilities/lua/LuaSystem.h"
+#include "utilities/lua/ScriptFile.h"
+
+#include <lua.hpp>
+
+LuaScript::LuaScript(const std::string& path, SetupEnvironment setupEnvironment, LuaSystem* system)
+    : m_SetupEnvironment(std::move(setupEnvironment)), m_System(system ? *system : LuaSystem::Get())
+{
+    m_Index = m_System.LoadScript(path);
+    m_System.GetScript(m_Index).AddListener(this, [this] { Reload(); });
+}
+
+LuaScript::~LuaScript()
+{
+    ScriptFile& file = m_System.GetScript(m_Index);
+    // Index 0 is "Global.lua", whose listener stays by design; it is muted, so a later change of the
+    // file never reaches this object.
+    if (m_Index > 0)
+        file.RemoveListener(this);
+    else
+        file.MuteListener(this);
+    lua_State* L = m_System.m_State;
+    for (const Function& function : m_Functions)
+        luaL_unref(L, LUA_REGISTRYINDEX, function.ref);
+    ReleaseVariables();
+}
+
+void LuaScript::Run()
+{
+    lua_State* L = m_System.m_State;
+    const int top = lua_gettop(L);
+    // A file that never compiled has no chunk: its error was reported when it was loaded.
+    if (!m_System.GetScript(m_Index).PushChunk())
+        return;
+    const int chunk = lua_gettop(L);
+
+    lua_newtable(L);
+    lua_newtable(L);
+    lua_pushvalue(L, LUA_GLOBALSINDEX);
+    lua_setfield(L, -2, "__index");
+    lua_setmetatable(L, -2);
+    if (m_SetupEnvironment)
+    {
+        m_SetupEnvironment(L);
+        lua_settop(L, chunk + 1);
+    }
+    lua_setfenv(L, chunk);
+
+    m_System.ReportStatus(lua_pcall(L, 0, LUA_MULTRET, 0));
+    lua_settop(L, top);
+}
+
+int LuaScript::CacheFunction(const std::string& name)
+{
+    lua_State* L = m_System.m_State;
+    const int top = lua_gettop(L);
+    int ref = -1;
+    if (m_System.GetScript(m_Index).PushChunk())
+    {
+        lua_getfenv(L, -1);
+        lua_remove(L, -2);
+        lua_pushlstring(L, name.data(), name.size());
+        lua_gettable(L, -2);
+        lua_remove(L, -2);
+        ref = luaL_ref(L, LUA_REGISTRYINDEX);
+    }
+    lua_settop(L, top);
+
+    for (Function& function : m_Functions)
+        if (function.name == name)
+        {
+            luaL_unref(L, LUA_REGISTRYINDEX, function.ref);
+            function.ref = ref;
+            return ref;
+        }
+    m_Functions.push_back({name, ref});
+    return ref;
+}
+
+int LuaScript::FindFunction(std::string_view name) const
+{
+    for (const Function& function : m_Functions)
+        if (function.name == name)
+            return function.ref;
+    return -1;
+}
+
+bool LuaScript::SetVariable(lua_State* L, const std::string& name)
+{
+    lua_State* main = m_System.m_State;
+    if (!LuaSystem::SameUniverse(L, main) || lua_gettop(L) < 3)
+        return false;
+    lua_pushvalue(L, 3);
+    lua_xmove(L, main, 1);
+    const int ref = luaL_ref(main, LUA_REGISTRYINDEX);
+    for (Variable& variable : m_Variables)
+        if (variable.name == name)
+        {
+            luaL_unref(main, LUA_REGISTRYINDEX, variable.ref);
+            variable.ref = ref;
+            return true;
+        }
+    m_Variables.push_back({name, ref});
+    return true;
+}
+
+bool LuaScript::GetVariable(lua_State* L, std::string_view name) const
+{
+    lua_State* main = m_System.m_State;
+    if (!LuaSystem::SameUniverse(L, main))
+        return false;
+    for (const Variable& variable : m_Variables)
+        if (variable.name == name)
+        {
+            lua_rawgeti(main, LUA_REGISTRYINDEX, variable.ref);
+            lua_xmove(main, L, 1);
+            return true;
+        }
+    return false;
+}
+
+void LuaScript::Reload()
+{
+    Run();
+    ReleaseVariables();
+    if (m_OnReload)
+        m_OnReload();
+}
+
+void LuaScript::ReleaseVariables()
+{
+    for (const Variable& variable : m_Variables)
+        luaL_unref(m_System.m_State, LUA_REGISTRYINDEX, variable.ref);
+    m_Variables.clear();
+}

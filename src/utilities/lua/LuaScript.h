@@ -1,0 +1,92 @@
+// LuaScript: one execution of a Lua file in a private environment. The file's
+// compiled chunk is shared (see ScriptFile); each LuaScript runs it with a table
+// of its own as the environment, whose metatable's __index is _G, so the
+// script's top-level globals land in its own table while reads fall through to
+// the shared globals.
+//
+// Functions called often are cached by name once (CacheFunction) and called
+// through their registry reference (LuaSystem::CallRef). When the file changes
+// on disk the script runs the new chunk again, forgets the variables set from
+// native code and calls its reload callback, where the owner re-caches what it
+// needs:
+//
+//   LuaScript script(Util::GetDataDirectory() + "LuaScripts/DebugScript.lua");
+//   script.m_OnReload = [&script] { script.CacheFunction("DebugUpdate"); };
+//   script.Run();
+//   script.CacheFunction("DebugUpdate");
+//
+// Run caches nothing by itself, and CacheFunction reads the environment of the
+// chunk's latest run, so cache right after Run.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct lua_State;
+class LuaSystem;
+
+class LuaScript
+{
+public:
+    // Fills a new environment (on top of the state's stack) before the chunk runs.
+    using SetupEnvironment = std::function<void(lua_State*)>;
+
+    // A function cached by name.
+    struct Function
+    {
+        // Name in the script's environment.
+        std::string name;
+        // Registry reference; -1 when the environment held nil.
+        int ref = -1;
+    };
+
+    // A variable set from native code.
+    struct Variable
+    {
+        // Name of the variable.
+        std::string name;
+        // Registry reference of the value.
+        int ref = -1;
+    };
+
+    // A script on the file at `path` (a full path), loaded through `system`; doesn't run it yet.
+    explicit LuaScript(const std::string& path, SetupEnvironment setupEnvironment = {},
+                       LuaSystem* system = nullptr);
+    // Stops listening to the file (except at index 0) and releases the cached references.
+    virtual ~LuaScript();
+    LuaScript(const LuaScript&) = delete;
+    LuaScript& operator=(const LuaScript&) = delete;
+
+    // Runs the chunk in a fresh private environment; an error is reported and the program goes on.
+    void Run();
+    // Looks `name` up in the environment of the chunk's latest run and keeps a reference to it;
+    // gives the reference, -1 when it is nil.
+    int CacheFunction(const std::string& name);
+    // The cached reference of `name`; -1 when it was not cached or was nil.
+    int FindFunction(std::string_view name) const;
+    // Sets variable `name` to the value at stack index 3 of `L`, which is moved to the main state;
+    // false (and nothing set) when `L` belongs to another Lua universe or has no value there.
+    bool SetVariable(lua_State* L, const std::string& name);
+    // Pushes variable `name` on `L`; pushes nothing and gives false when it is not set.
+    bool GetVariable(lua_State* L, std::string_view name) const;
+    // Runs the chunk again, forgets the variables, calls m_OnReload; the file's listener.
+    void Reload();
+
+    // Functions cached by name.
+    std::vector<Function> m_Functions;
+    // Variables set from native code; emptied on each reload.
+    std::vector<Variable> m_Variables;
+    // May be empty; fills the environment before the chunk runs.
+    SetupEnvironment m_SetupEnvironment;
+    // Index of the file in LuaSystem::m_Scripts.
+    int m_Index = -1;
+    // May be empty; called after a reload has re-run the chunk.
+    std::function<void()> m_OnReload;
+
+private:
+    void ReleaseVariables();
+
+    LuaSystem& m_System;
+};

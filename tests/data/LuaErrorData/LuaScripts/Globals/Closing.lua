@@ -1,0 +1,1 @@
+-- Closing script of the data directory whose scripts fail on purpose.
