@@ -5,6 +5,8 @@
 #   ./setup.sh          build the game into build/
 #   ./setup.sh test     build the sanitized test configuration into build-test/
 #                       and run every test
+#   ./setup.sh tsan     build the threaded code (the lanes module and its tests)
+#                       with ThreadSanitizer into build-tsan/ and run those tests
 #   ./setup.sh fuzz [seconds] [text | cursor]
 #                       build the libFuzzer targets with clang into build-fuzz/
 #                       and fuzz one reader (default 600 seconds): the text
@@ -46,6 +48,11 @@ case "${1:-}" in
     cmake --build build-test -j "$jobs"
     ctest --test-dir build-test --output-on-failure -j "$jobs" --timeout 300
     ;;
+  tsan)
+    cmake -S . -B build-tsan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVORN_TSAN=ON -DVORN_BENCH=OFF >/dev/null
+    cmake --build build-tsan -j "$jobs" --target vorn_lanes_tests
+    ctest --test-dir build-tsan --output-on-failure -j "$jobs" --timeout 300 -R Lanes
+    ;;
   fuzz)
     seconds="${2:-600}"
     # Each reader has a target <Name>Fuzz and seed inputs in fuzz/seeds/<Name>/.
@@ -67,7 +74,7 @@ case "${1:-}" in
       -artifact_prefix="build-fuzz/artifacts/$name/"
     ;;
   *)
-    echo "usage: ./setup.sh [test | fuzz [seconds] [text | cursor]]" >&2
+    echo "usage: ./setup.sh [test | tsan | fuzz [seconds] [text | cursor]]" >&2
     exit 2
     ;;
 esac

@@ -7,6 +7,7 @@
 #include "utilities/lua/LuaGlobals.h"
 #include "utilities/lua/LuaScript.h"
 #include "utilities/lua/ScriptFile.h"
+#include "utilities/lua/lanes/Lanes.h"
 
 #include <lua.hpp>
 
@@ -60,6 +61,19 @@ LuaSystem& LuaSystem::Of(lua_State* L)
     return owner ? *static_cast<LuaSystem*>(owner) : Get();
 }
 
+namespace
+{
+// Loads the Lua half of the lanes module into `state` when a script first requires it: the file in
+// the data directory is compiled and run; what went wrong is left for require to see.
+int LoadLanesScript(lua_State* state)
+{
+    const std::string path = Util::GetDataDirectory() + "LuaScripts/Globals/lanes.lua";
+    if (luaL_loadfile(state, path.c_str()) == 0)
+        lua_pcall(state, 0, LUA_MULTRET, 0);
+    return 0;
+}
+}
+
 bool LuaSystem::SameUniverse(lua_State* a, lua_State* b)
 {
     return a == b || lua_topointer(a, LUA_REGISTRYINDEX) == lua_topointer(b, LUA_REGISTRYINDEX);
@@ -84,7 +98,8 @@ LuaSystem::LuaSystem()
     lua_gc(m_State, LUA_GCSTOP, 0);
     // 6. LuaFileSystem.
     luaopen_lfs(m_State);
-    // 7. The lanes module is installed here, with its loader of "LuaScripts/Globals/lanes.lua".
+    // 7. The lanes module, whose Lua half "LuaScripts/Globals/lanes.lua" is loaded when first required.
+    luaopen_lanes_embedded(m_State, LoadLanesScript);
     // 8. Drop what the library openers left on the stack.
     lua_settop(m_State, 0);
 }

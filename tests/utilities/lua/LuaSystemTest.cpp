@@ -312,3 +312,12 @@ TEST(LuaSystemLifetimeTest, PanicPrintsTheErrorAndRaisesTheDialogOhGodLuaDied)
         },
         ::testing::ExitedWithCode(Engine::kAbortExitCode), "OH GOD LUA DIED\\.(.|\n)*Function: l_panic");
 }
+
+TEST_F(LuaSystemTest, LanesModuleLoadsItsLuaHalfFromTheDataDirectoryAndRunsALane)
+{
+    const ScopedDataDirectory data(VORN_DATA_DIR);
+    Run("local lanes = require('lanes').configure()\n"
+        "local sum = lanes.gen('*', function(a, b) local s = 0 for i = a, b do s = s + i end return s end)\n"
+        "laneSum = sum(1, 100):join()");
+    EXPECT_EQ(String("laneSum"), "5050");
+}
