@@ -65,15 +65,37 @@ void Profiler::Enter(const void* key, const char* file, const char* function)
     Push(info.m_Exclusive, info.m_Inclusive, info.m_Calls);
 }
 
-void Profiler::EnterScript(const std::string& file, int line, const std::string& function)
+namespace
 {
-    auto [found, added] = m_Script.try_emplace(file + ":" + std::to_string(line));
+// 64-bit FNV-1a over the parts of a script function's key.
+std::uint64_t ScriptKey(std::string_view file, int line, std::string_view function)
+{
+    std::uint64_t hash = 0xCBF29CE484222325ull;
+    auto mix = [&hash](std::string_view text) {
+        for (char c : text)
+        {
+            hash ^= static_cast<unsigned char>(c);
+            hash *= 0x100000001B3ull;
+        }
+        hash ^= 0xFF;
+        hash *= 0x100000001B3ull;
+    };
+    mix(file);
+    mix(std::string_view(reinterpret_cast<const char*>(&line), sizeof(line)));
+    mix(function);
+    return hash;
+}
+}
+
+void Profiler::EnterScript(std::string_view file, int line, std::string_view function)
+{
+    auto [found, added] = m_Script.try_emplace(ScriptKey(file, line, function));
     LuaFunctionInfo& info = found->second;
     if (added)
     {
-        info.m_File = file;
+        info.m_File = std::string(file);
         info.m_Line = line;
-        info.m_Function = function;
+        info.m_Function = std::string(function);
     }
     Push(info.m_Exclusive, info.m_Inclusive, info.m_Calls);
 }

@@ -23,6 +23,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 class Profiler
@@ -57,8 +58,9 @@ public:
     bool IsEnabled() const { return m_Enabled; }
     // Enters the native scope identified by `key` (any address unique to the scope).
     void Enter(const void* key, const char* file, const char* function);
-    // Enters a script function, identified by its file and line.
-    void EnterScript(const std::string& file, int line, const std::string& function);
+    // Enters a script function, identified by its file and line (and its name, for native functions
+    // that scripts call, which share a file and line); allocates only the first time it is seen.
+    void EnterScript(std::string_view file, int line, std::string_view function);
     // Leaves the innermost scope entered.
     void Leave();
     // True once any scope was timed.
@@ -90,7 +92,8 @@ private:
     // Scopes open, including those too deep to be timed.
     unsigned m_Count = 0;
     std::unordered_map<const void*, FunctionInfo> m_Native;
-    std::unordered_map<std::string, LuaFunctionInfo> m_Script;
+    // Script functions by a hash of file, line and name.
+    std::unordered_map<std::uint64_t, LuaFunctionInfo> m_Script;
     std::uint64_t m_StartTime = 0;
     bool m_Enabled = false;
 };

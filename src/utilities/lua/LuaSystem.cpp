@@ -2,10 +2,12 @@
 
 #include "engine/Files.h"
 #include "engine/Log.h"
+#include "engine/Profiler.h"
 #include "utilities/Meta/Registration.h"
 #include "utilities/lua/Coroutine.h"
 #include "utilities/lua/LuaGlobals.h"
 #include "utilities/lua/LuaScript.h"
+#include "utilities/lua/ProfilerHook.h"
 #include "utilities/lua/ScriptFile.h"
 #include "utilities/lua/lanes/Lanes.h"
 
@@ -140,6 +142,9 @@ void LuaSystem::Initialize()
     // 8. The lock for other Lua universes; no worker pool.
     m_Mutex = std::make_unique<std::recursive_mutex>();
     m_WorkerPool.reset();
+    // Under --profile, script functions are timed too.
+    if (Profiler::Get().IsEnabled())
+        InstallProfilerHook(m_State);
 }
 
 void LuaSystem::GameInitialize()
