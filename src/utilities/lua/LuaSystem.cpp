@@ -5,6 +5,7 @@
 #include "engine/Profiler.h"
 #include "utilities/Meta/Registration.h"
 #include "utilities/lua/Coroutine.h"
+#include "utilities/lua/EngineFunctions.h"
 #include "utilities/lua/LuaGlobals.h"
 #include "utilities/lua/LuaScript.h"
 #include "utilities/lua/ProfilerHook.h"
@@ -93,6 +94,7 @@ LuaSystem::LuaSystem()
     // 3. The global functions, over the standard print and loadfile.
     lua_pushvalue(m_State, LUA_GLOBALSINDEX);
     luabridge::RegisterGlobalFunctions(m_State);
+    RegisterEngineFunctions(m_State);
     lua_pop(m_State, 1);
     // 4. Errors outside a protected call.
     lua_atpanic(m_State, l_panic);
