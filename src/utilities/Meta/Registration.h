@@ -103,6 +103,13 @@ Member* MakeMember(const char* name, M C::*field, bool script)
     return member;
 }
 
+// A dynamic-property hook, which the script binding installs.
+inline Property* ScriptHook(Property* hook)
+{
+    hook->m_Script = true;
+    return hook;
+}
+
 // A method record visible to scripts.
 inline Method* ScriptVisible(Method* method)
 {
@@ -172,9 +179,9 @@ inline Method* ScriptVisible(Method* method)
 #define PROPERTY_STATIC(name, getter, setter, help) \
     (HELP(help), type.AddProperty(Meta::MakeStaticProperty(#name, &type, getter, setter)))
 // The hook through which scripts add dynamic properties to the class.
-#define PROPERTY_NEW() type.AddProperty(new Meta::Property_class_new<Self>(&type))
+#define PROPERTY_NEW() type.AddProperty(Meta::ScriptHook(new Meta::Property_class_new<Self>(&type)))
 // The same hook for a class that runs a script of its own.
-#define PROPERTY_NEWSCRIPT() type.AddProperty(new Meta::Property_class_newscript<Self>(&type))
+#define PROPERTY_NEWSCRIPT() type.AddProperty(Meta::ScriptHook(new Meta::Property_class_newscript<Self>(&type)))
 
 // A method with one form, visible to scripts.
 #define METHOD(name) type.AddMethod(Meta::ScriptVisible(Meta::MakeMethod(#name, &Self::name)))

@@ -226,7 +226,8 @@ void BindClass(Namespace& scope, Meta::Data& data, const void* classKey, const v
         if (property->m_Script)
         {
             property->RegisterLua(tables);
-            watched.push_back(property->m_Name);
+            if (property->m_Name != Meta::kNewPropertyName)
+                watched.push_back(property->m_Name);
         }
     for (const auto& [name, member] : data.m_Members.Items())
         if (member->m_Script)

@@ -75,3 +75,27 @@ std::string LuaTestState::Text(const std::string& expression)
     lua_pop(L, 1);
     return value;
 }
+
+double LuaTestState::FieldNumber(const char* name)
+{
+    lua_getfield(L, -1, name);
+    const double value = lua_type(L, -1) == LUA_TNUMBER ? lua_tonumber(L, -1) : std::nan("");
+    lua_pop(L, 1);
+    return value;
+}
+
+std::string LuaTestState::FieldText(const char* name)
+{
+    lua_getfield(L, -1, name);
+    std::string value = lua_type(L, -1) == LUA_TSTRING ? lua_tostring(L, -1) : lua_typename(L, lua_type(L, -1));
+    lua_pop(L, 1);
+    return value;
+}
+
+bool LuaTestState::FieldBool(const char* name)
+{
+    lua_getfield(L, -1, name);
+    const bool value = lua_toboolean(L, -1) != 0;
+    lua_pop(L, 1);
+    return value;
+}

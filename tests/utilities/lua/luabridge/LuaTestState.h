@@ -4,6 +4,8 @@
 // Number() and Text() evaluate an expression.
 #pragma once
 
+#include "utilities/lua/luabridge/Stack.h"
+
 #include <lua.hpp>
 
 #include <gtest/gtest.h>
@@ -24,6 +26,19 @@ protected:
     double Number(const std::string& expression);
     // The string `expression` gives, or "error: ..." / "nil" / "<type>".
     std::string Text(const std::string& expression);
+    // Field `name` of the table on top of the stack, as a number (NaN when it is none).
+    double FieldNumber(const char* name);
+    // Field `name` of the table on top of the stack, as a string, or the name of its type.
+    std::string FieldText(const char* name);
+    // Field `name` of the table on top of the stack, as a boolean.
+    bool FieldBool(const char* name);
+    // Sets global `name` to a reference to `object` of class T.
+    template <class T>
+    void SetGlobal(const char* name, T* object)
+    {
+        luabridge::Stack<T*>::Push(L, object);
+        lua_setglobal(L, name);
+    }
 
     lua_State* L = nullptr;
 };
