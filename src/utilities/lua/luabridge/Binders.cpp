@@ -260,6 +260,8 @@ void BindClass(Namespace& scope, Meta::Data& data, const void* classKey, const v
     lua_pop(L, 1);
 
     SetWatch(tables, std::move(watched));
+    SetInstanceLookups(L, tables.m_Class);
+    SetInstanceLookups(L, tables.m_Const);
 }
 }
 

@@ -6,15 +6,21 @@ namespace luabridge::detail
 {
 int GetFloatField(lua_State* L)
 {
-    lua_pushnumber(L, FieldAt<float>(L));
+    float* field = FieldAt<float>(L);
+    if (!field)
+        return 0;
+    lua_pushnumber(L, *field);
     return 1;
 }
 
 int SetFloatField(lua_State* L)
 {
+    float* field = FieldAt<float>(L);
+    if (!field)
+        return 0;
     if (lua_type(L, 2) != LUA_TNUMBER)
         return RaiseWrongType(L);
-    FieldAt<float>(L) = static_cast<float>(lua_tonumber(L, 2));
+    *field = static_cast<float>(lua_tonumber(L, 2));
     return 0;
 }
 

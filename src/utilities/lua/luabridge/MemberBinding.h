@@ -8,6 +8,7 @@
 
 #include "utilities/lua/luabridge/Stack.h"
 #include "utilities/lua/luabridge/detail/ClassScope.h"
+#include "utilities/lua/luabridge/detail/DirectFloat.h"
 #include "utilities/lua/luabridge/detail/Metamethods.h"
 
 #include <cstddef>
@@ -17,16 +18,22 @@ namespace luabridge
 {
 namespace detail
 {
-// The address of the field whose offset is upvalue 1, in the object at index 1.
+// The address of the field whose offset is upvalue 1, in the object at index 1; null when index 1 holds
+// no object.
 template <class M>
-M& FieldAt(lua_State* L)
+M* FieldAt(lua_State* L)
 {
+    if (lua_type(L, 1) != LUA_TUSERDATA)
+        return nullptr;
     auto* userdata = static_cast<Userdata*>(lua_touserdata(L, 1));
-    return *reinterpret_cast<M*>(static_cast<char*>(userdata->p) + lua_tointeger(L, lua_upvalueindex(1)));
+    if (!userdata->p)
+        return nullptr;
+    return reinterpret_cast<M*>(static_cast<char*>(userdata->p) + lua_tointeger(L, lua_upvalueindex(1)));
 }
 
 // Getter of a float field.
 int GetFloatField(lua_State* L);
+
 // Setter of a float field; a value that is not a number raises an error naming the field (upvalue 2).
 int SetFloatField(lua_State* L);
 // Raises the error of a value of the wrong type for field (upvalue 2).
@@ -38,16 +45,22 @@ void PushReferenceMetatable(lua_State* L, const void* classKey, lua_CFunction co
 template <class M>
 int GetField(lua_State* L)
 {
-    Stack<M>::Push(L, FieldAt<M>(L));
+    M* field = FieldAt<M>(L);
+    if (!field)
+        return 0;
+    Stack<M>::Push(L, *field);
     return 1;
 }
 
 template <class M>
 int SetField(lua_State* L)
 {
+    M* field = FieldAt<M>(L);
+    if (!field)
+        return 0;
     if (!Stack<M>::Is(L, 2))
         return RaiseWrongType(L);
-    FieldAt<M>(L) = Stack<M>::Get(L, 2);
+    *field = Stack<M>::Get(L, 2);
     return 0;
 }
 
@@ -79,9 +92,11 @@ int AssignValueMember(lua_State* L)
 template <class M>
 int GetValueField(lua_State* L)
 {
-    M& field = FieldAt<M>(L);
+    M* field = FieldAt<M>(L);
+    if (!field)
+        return 0;
     void* memory = lua_newuserdata(L, sizeof(UserdataPtr));
-    new (memory) UserdataPtr(&field);
+    new (memory) UserdataPtr(field);
     PushReferenceMetatable(L, ClassKey<M>(), &CopyValueMember<M>, &AssignValueMember<M>);
     if (!lua_istable(L, -1))
     {
@@ -96,11 +111,14 @@ int GetValueField(lua_State* L)
 template <class M>
 int SetValueField(lua_State* L)
 {
+    M* field = FieldAt<M>(L);
+    if (!field)
+        return 0;
     void* from = ObjectOf(L, 2, Meta::Get<M>());
     if (!from)
         return lua_isnil(L, 2) ? luaL_error(L, "nil passed to reference") : RaiseWrongType(L);
     if constexpr (std::is_copy_assignable_v<M>)
-        FieldAt<M>(L) = *static_cast<const M*>(from);
+        *field = *static_cast<const M*>(from);
     return 0;
 }
 
@@ -137,11 +155,24 @@ void BindMember(ClassScope& scope, const std::string& name, M C::*field)
         getter = &detail::GetField<M>;
         setter = &detail::SetField<M>;
     }
-    lua_pushinteger(L, offset);
-    lua_pushcclosure(L, getter, 1);
+    // A float near the start of the object gets plain functions that the metamethods apply in place.
+    lua_CFunction directGetter = std::is_same_v<M, float> ? detail::DirectFloatGetter(offset) : nullptr;
+    lua_CFunction directSetter = std::is_same_v<M, float> ? detail::DirectFloatSetter(offset) : nullptr;
+    if (directGetter)
+        lua_pushcfunction(L, directGetter);
+    else
+    {
+        lua_pushinteger(L, offset);
+        lua_pushcclosure(L, getter, 1);
+    }
     scope.AddGetter(name);
     if constexpr (std::is_const_v<M>)
         scope.AddReadOnly(name);
+    else if (directSetter)
+    {
+        lua_pushcfunction(L, directSetter);
+        scope.AddSetter(name);
+    }
     else
     {
         lua_pushinteger(L, offset);

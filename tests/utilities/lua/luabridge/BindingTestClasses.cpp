@@ -88,3 +88,9 @@ META_REGISTER(BindingReadOnly)
 }
 
 META_REGISTER_ENUM(BindingColour, {{"Red", 1}, {"Green", 2}, {"Blue", 4}});
+
+META_REGISTER(BindingFar)
+{
+    CONSTRUCTOR();
+    MEMBER_FLAGS(m_Far, false, true, "");
+}

@@ -117,3 +117,15 @@ enum class BindingColour
     Green = 2,
     Blue = 4,
 };
+
+// A class whose float lies farther in than the plain float accessors reach.
+class BindingFar
+{
+public:
+    // Filler that pushes the float past the first 256 bytes.
+    char m_Padding[300] = {};
+    // The far float.
+    float m_Far = 1.5f;
+    // A near float.
+    float Near() const { return 0.0f; }
+};

@@ -16,3 +16,24 @@ TEST_F(ClassBindingTest, MethodWithThreeFloatsAndResult)
     EXPECT_DOUBLE_EQ(Number("leaf.Position:Length()"), 5.0);
     EXPECT_EQ(Text("leaf:Who()"), "leaf");
 }
+
+TEST_F(ClassBindingTest, FloatFieldFarIntoTheObjectReadsAndWrites)
+{
+    EXPECT_EQ(Run("far = BindingFar() far.Far = far.Far + 1"), "");
+    EXPECT_DOUBLE_EQ(Number("far.Far"), 2.5);
+    EXPECT_EQ(Run("far.Far = 'text'"), "'Far' can't take a value of type string");
+}
+
+TEST_F(ClassBindingTest, FloatFieldRefusesAValueThatIsNoNumber)
+{
+    EXPECT_EQ(Run("v = Vector3D(1, 2, 3)"), "");
+    const std::string error = Run("v.x = 'text'");
+    EXPECT_NE(error.find("'x' can't take a value of type string"), std::string::npos) << error;
+    EXPECT_DOUBLE_EQ(Number("v.x"), 1.0);
+}
+
+TEST_F(ClassBindingTest, MethodsAreReachedFromInstancesNotFromTheClassTable)
+{
+    EXPECT_EQ(Text("type(Vector3D.Length)"), "nil");
+    EXPECT_EQ(Text("type(Vector3D(1, 2, 3).Length)"), "function");
+}

@@ -2,6 +2,7 @@
 
 #include "utilities/lua/luabridge/detail/AbsIndex.h"
 #include "utilities/lua/luabridge/detail/Keys.h"
+#include "utilities/lua/luabridge/detail/DirectFloat.h"
 #include "utilities/lua/luabridge/detail/Userdata.h"
 
 #include <stdexcept>
@@ -63,8 +64,11 @@ int LookUp(lua_State* L)
             lua_pop(L, 1);
             lua_pushvalue(L, 2);
             lua_rawget(L, -2);
-            if (lua_iscfunction(L, -1))
+            if (lua_CFunction getter = lua_tocfunction(L, -1))
             {
+                // A float field's getter is read in place: the same result without a nested call.
+                if (GetFloatDirect(L, getter, 1))
+                    return 1;
                 lua_pushvalue(L, 1);
                 lua_call(L, 1, 1);
                 return 1;
@@ -123,6 +127,95 @@ int InstanceIndex(lua_State* L)
     return LookUp(L);
 }
 
+namespace
+{
+// __index of a class or const table without a dynamic-property hook of its own and whose getters share no
+// name with its own entries. Upvalue 1 is the table, upvalue 2 its getter table. Since no name stands in
+// both, asking the getters first gives what asking the table first gives.
+int OwnIndex(lua_State* L)
+{
+    if (lua_gettop(L) >= 3)
+        return InstanceIndex(L);
+    lua_pushvalue(L, 2);
+    lua_rawget(L, lua_upvalueindex(2));
+    if (lua_CFunction getter = lua_tocfunction(L, -1))
+    {
+        if (GetFloatDirect(L, getter, 1))
+            return 1;
+        lua_pushvalue(L, 1);
+        lua_call(L, 1, 1);
+        return 1;
+    }
+    lua_pushvalue(L, 2);
+    lua_rawget(L, lua_upvalueindex(1));
+    if (lua_iscfunction(L, -1))
+        return 1;
+    if (!lua_isnil(L, -1))
+        throw std::runtime_error("not a cfunction");
+    // Not the class's own: look further up, from the parent.
+    lua_settop(L, 2);
+    lua_pushlightuserdata(L, const_cast<void*>(ParentKey()));
+    lua_rawget(L, lua_upvalueindex(1));
+    if (!lua_istable(L, -1))
+        return 0;
+    return LookUp(L);
+}
+
+// __newindex of a class table. Upvalue 1 is its setter table: a setter of the class itself is called at once,
+// anything else goes the general way.
+int OwnNewIndex(lua_State* L)
+{
+    lua_pushvalue(L, 2);
+    lua_rawget(L, lua_upvalueindex(1));
+    if (SetFloatDirect(L, lua_tocfunction(L, -1), 1, 2, 3))
+        return 0;
+    lua_settop(L, 3);
+    return InstanceNewIndex(L);
+}
+}
+
+void SetInstanceLookups(lua_State* L, int table)
+{
+    table = AbsIndex(L, table);
+    RawGetKey(L, table, PropGetKey());
+    if (!lua_istable(L, -1))
+    {
+        lua_pop(L, 1);
+        return;
+    }
+    const int getters = lua_gettop(L);
+    RawGetKey(L, getters, DynamicKey());
+    bool generalOnly = !lua_isnil(L, -1);
+    lua_settop(L, getters);
+    // A getter named like an entry of the table itself must lose to it: then only the general order will do.
+    lua_pushnil(L);
+    while (!generalOnly && lua_next(L, getters))
+    {
+        lua_pushvalue(L, -2);
+        lua_rawget(L, table);
+        generalOnly = !lua_isnil(L, -1);
+        lua_pop(L, 2);
+    }
+    lua_settop(L, getters);
+    if (generalOnly)
+        lua_pop(L, 1);
+    else
+    {
+        lua_pushvalue(L, table);
+        lua_insert(L, -2);
+        lua_pushcclosure(L, &OwnIndex, 2);
+        lua_setfield(L, table, "__index");
+    }
+    RawGetKey(L, table, PropSetKey());
+    if (!lua_istable(L, -1))
+    {
+        lua_pop(L, 1);
+        return;
+    }
+    lua_pushcclosure(L, &OwnNewIndex, 1);
+    lua_setfield(L, table, "__newindex");
+}
+
 int InstanceNewIndex(lua_State* L)
 {
     if (!lua_getmetatable(L, 1))
@@ -136,8 +229,11 @@ int InstanceNewIndex(lua_State* L)
         {
             lua_pushvalue(L, 2);
             lua_rawget(L, -2);
-            if (lua_iscfunction(L, -1))
+            if (lua_CFunction setter = lua_tocfunction(L, -1))
             {
+                // A float field's setter is applied in place; it ends the assignment as its nil result would.
+                if (SetFloatDirect(L, setter, 1, 2, 3))
+                    return 0;
                 lua_pushvalue(L, 1);
                 lua_pushvalue(L, 3);
                 lua_call(L, 2, 1);

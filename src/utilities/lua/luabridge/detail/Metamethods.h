@@ -35,6 +35,10 @@ int CollectUserdata(lua_State* L);
 int PropertyReferenceCopy(lua_State* L);
 // assign(reference, value) of a property reference: writes the value at the end of its path.
 int PropertyReferenceAssign(lua_State* L);
+// Sets the __index and __newindex of the finished class or const table at `table` to closures that hold its
+// own getter and setter tables, which answer the common case (a getter or setter of the class itself) with
+// fewer table look-ups; anything else goes the general way.
+void SetInstanceLookups(lua_State* L, int table);
 // Pushes a closure that raises "'name' is read-only".
 void PushReadOnlySetter(lua_State* L, const char* name);
 // Pushes a new property reference to key `keyIndex` of the object at `objectIndex`.
