@@ -13,7 +13,6 @@
 #include <lua.hpp>
 
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -208,7 +207,6 @@ public:
         PushHandBody(L, &m_Body);
         lua_setglobal(L, "handBody");
         luaL_dostring(L, "vector = Vector3D(1, 2, 3) handVector = HandVector(1, 2, 3)");
-        if (std::getenv("BENCH_JIT_OFF")) luaL_dostring(L, "jit.off()");
     }
     ~Fixture() { lua_close(L); }
 

@@ -16,8 +16,8 @@ const Property& PropertyOf(lua_State* L)
 // The object of a getter or setter call (argument 1).
 void* ObjectOf(lua_State* L)
 {
-    auto* userdata = static_cast<luabridge::Userdata*>(lua_touserdata(L, 1));
-    return lua_type(L, 1) == LUA_TUSERDATA && userdata ? userdata->p : nullptr;
+    luabridge::Userdata* userdata = luabridge::detail::UserdataAt(L, 1);
+    return userdata ? userdata->p : nullptr;
 }
 
 int GetInstanceProperty(lua_State* L)

@@ -150,13 +150,18 @@ void OpenTables(Namespace& scope, Meta::Data& data, const void* classKey, const 
 int Watch(lua_State* L)
 {
     auto* watch = static_cast<std::function<int(lua_State*)>*>(lua_touserdata(L, lua_upvalueindex(1)));
-    return (*watch)(L);
+    return watch && *watch ? (*watch)(L) : 0;
 }
 
 int CollectWatch(lua_State* L)
 {
     using Function = std::function<int(lua_State*)>;
-    static_cast<Function*>(lua_touserdata(L, 1))->~Function();
+    if (lua_type(L, 1) != LUA_TUSERDATA)
+        return 0;
+    auto* watch = static_cast<Function*>(lua_touserdata(L, 1));
+    watch->~Function();
+    // An empty function stays, so that a second __gc destroys nothing.
+    new (watch) Function();
     return 0;
 }
 

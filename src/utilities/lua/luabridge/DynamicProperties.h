@@ -28,7 +28,7 @@ namespace detail
 template <class T>
 int GetDynamic(lua_State* L)
 {
-    auto* userdata = static_cast<Userdata*>(lua_touserdata(L, 1));
+    Userdata* userdata = UserdataAt(L, 1);
     if (!userdata || !userdata->p || lua_type(L, 2) != LUA_TSTRING)
         return 0;
     const std::string name = lua_tostring(L, 2);
@@ -41,7 +41,7 @@ int GetDynamic(lua_State* L)
 template <class T>
 int SetDynamic(lua_State* L)
 {
-    auto* userdata = static_cast<Userdata*>(lua_touserdata(L, 1));
+    Userdata* userdata = UserdataAt(L, 1);
     if (!userdata || !userdata->p || lua_type(L, 2) != LUA_TSTRING)
         return 0;
     const std::string name = lua_tostring(L, 2);

@@ -19,14 +19,12 @@ namespace luabridge
 namespace detail
 {
 // The address of the field whose offset is upvalue 1, in the object at index 1; null when index 1 holds
-// no object.
+// no bound object.
 template <class M>
 M* FieldAt(lua_State* L)
 {
-    if (lua_type(L, 1) != LUA_TUSERDATA)
-        return nullptr;
-    auto* userdata = static_cast<Userdata*>(lua_touserdata(L, 1));
-    if (!userdata->p)
+    Userdata* userdata = UserdataAt(L, 1);
+    if (!userdata || !userdata->p)
         return nullptr;
     return reinterpret_cast<M*>(static_cast<char*>(userdata->p) + lua_tointeger(L, lua_upvalueindex(1)));
 }
@@ -68,8 +66,8 @@ int SetField(lua_State* L)
 template <class M>
 int CopyValueMember(lua_State* L)
 {
-    auto* userdata = static_cast<Userdata*>(lua_touserdata(L, 1));
-    if (lua_type(L, 1) != LUA_TUSERDATA || !userdata || !userdata->p)
+    Userdata* userdata = UserdataAt(L, 1);
+    if (!userdata || !userdata->p)
         return luaL_error(L, "nil passed to reference");
     PushCopy<M>(L, *static_cast<const M*>(userdata->p));
     return 1;
@@ -79,9 +77,9 @@ int CopyValueMember(lua_State* L)
 template <class M>
 int AssignValueMember(lua_State* L)
 {
-    auto* userdata = static_cast<Userdata*>(lua_touserdata(L, 1));
+    Userdata* userdata = UserdataAt(L, 1);
     void* from = ObjectOf(L, 2, Meta::Get<M>());
-    if (lua_type(L, 1) != LUA_TUSERDATA || !userdata || !userdata->p || !from)
+    if (!userdata || !userdata->p || !from)
         return luaL_error(L, "nil passed to reference");
     if constexpr (std::is_copy_assignable_v<M>)
         *static_cast<M*>(userdata->p) = *static_cast<const M*>(from);

@@ -94,3 +94,17 @@ META_REGISTER(BindingFar)
     CONSTRUCTOR();
     MEMBER_FLAGS(m_Far, false, true, "");
 }
+
+// Registered before its base, in a later order.
+META_REGISTER_ORDER(BindingLate, 1)
+{
+    CONSTRUCTOR();
+    DERIVE(BindingEarly);
+    MEMBER_FLAGS(m_Late, false, true, "");
+}
+
+META_REGISTER(BindingEarly)
+{
+    CONSTRUCTOR();
+    MEMBER_FLAGS(m_Early, false, true, "");
+}

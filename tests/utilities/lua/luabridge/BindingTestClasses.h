@@ -129,3 +129,19 @@ public:
     // A near float.
     float Near() const { return 0.0f; }
 };
+
+// The base of a class bound in a later order.
+class BindingEarly
+{
+public:
+    // A float of the base.
+    float m_Early = 1.0f;
+};
+
+// A class bound in order 1, after every class of order 0.
+class BindingLate : public BindingEarly
+{
+public:
+    // A float of its own.
+    float m_Late = 2.0f;
+};

@@ -1,5 +1,7 @@
 #include "utilities/lua/luabridge/LuaTestState.h"
 
+#include "engine/Math/Vector3D.h"
+
 using ClassBindingTest = LuaTestState;
 
 TEST_F(ClassBindingTest, ConstructorAndFloatMembersReadAndWrite)
@@ -36,4 +38,17 @@ TEST_F(ClassBindingTest, MethodsAreReachedFromInstancesNotFromTheClassTable)
 {
     EXPECT_EQ(Text("type(Vector3D.Length)"), "nil");
     EXPECT_EQ(Text("type(Vector3D(1, 2, 3).Length)"), "function");
+}
+
+TEST_F(ClassBindingTest, ConstObjectReadsAndCallsConstMethodsOnly)
+{
+    const Math::Vector3D constant(3, 4, 0);
+    luabridge::Stack<const Math::Vector3D*>::Push(L, &constant);
+    lua_setglobal(L, "constant");
+    EXPECT_EQ(Text("getmetatable(constant).__type"), "const Vector3D");
+    EXPECT_DOUBLE_EQ(Number("constant.y"), 4.0);
+    EXPECT_DOUBLE_EQ(Number("constant:Length()"), 5.0);
+    EXPECT_EQ(Text("type(constant.Normalize)"), "nil");
+    EXPECT_NE(Run("constant.x = 1"), "");
+    EXPECT_FLOAT_EQ(constant.x, 3.0f);
 }

@@ -96,3 +96,25 @@ TEST_F(BindingErrorsTest, MethodCalledOnTheWrongObjectGivesNothing)
     EXPECT_DOUBLE_EQ(Number("select('#', Vector3D(3, 4, 0).Length(5))"), 0.0);
     EXPECT_DOUBLE_EQ(Number("Vector3D(3, 4, 0):Length()"), 5.0);
 }
+
+TEST_F(BindingErrorsTest, MisusedMetamethodsFromScriptsNeverCrash)
+{
+    const char* attempts[] = {
+        "local mt = getmetatable(Vector3D(1, 2, 3)) return mt.__index(5, 'x')",
+        "local mt = getmetatable(Vector3D(1, 2, 3)) mt.__newindex({}, 'x', 1)",
+        "local mt = getmetatable(Vector3D(1, 2, 3)) mt.__index(io.stdout, 'x')",
+        "local mt = getmetatable(Vector3D(1, 2, 3)) mt.__newindex(io.stdout, 'x', 1)",
+        "local v = BindingOverloads('name') local mt = getmetatable(v) mt.__gc(v) mt.__gc(v) return v.Name",
+        "local mt = getmetatable(Vector3D(1, 2, 3)) for k, t in pairs(mt) do if type(t) == 'table' then "
+        "for name, f in pairs(t) do if type(f) == 'function' then pcall(f, io.stdout, 1) pcall(f, 7, 1) end end end end",
+        "local p = BindingLeaf().Position return p.__copy(5)",
+        "local p = BindingLeaf().Position return p.assign(p, 5)",
+        "return getmetatable(BindingLeaf()).__towatch(5)",
+        "return Vector3D.x",
+        "Vector3D.x = 1",
+    };
+    for (const char* attempt : attempts)
+        Run(attempt);
+    lua_gc(L, LUA_GCCOLLECT, 0);
+    EXPECT_DOUBLE_EQ(Number("Vector3D(1, 2, 3).y"), 2.0);
+}

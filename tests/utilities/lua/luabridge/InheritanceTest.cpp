@@ -105,3 +105,12 @@ TEST_F(InheritanceTest, SystemIsBoundBeforeEveryOtherClass)
     EXPECT_EQ(Text("getmetatable(FrameRateController).__type"), "FrameRateController");
     lua_settop(L, 0);
 }
+
+TEST_F(InheritanceTest, ClassOfAHigherOrderWaitsForEveryLowerOrder)
+{
+    const auto& later = luabridge::LuaBinding::Get().m_Pending[1];
+    EXPECT_TRUE(std::any_of(later.begin(), later.end(),
+                            [](const auto& record) { return record.data == Meta::Get<BindingLate>(); }));
+    EXPECT_EQ(ArrivalOf(Meta::Get<BindingLate>()), -1);
+    EXPECT_DOUBLE_EQ(Number("BindingLate().Early + BindingLate().Late"), 3.0);
+}

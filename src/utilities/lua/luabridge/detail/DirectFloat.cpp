@@ -2,9 +2,8 @@
 
 #include "utilities/lua/luabridge/detail/Userdata.h"
 
-#include <algorithm>
 #include <array>
-#include <functional>
+#include <cstdint>
 #include <utility>
 
 namespace luabridge::detail
@@ -23,10 +22,25 @@ inline float* FloatAt(lua_State* L, int index, std::ptrdiff_t offset)
     return userdata->p ? reinterpret_cast<float*>(static_cast<char*>(userdata->p) + offset) : nullptr;
 }
 
+// The float at byte `offset` of the object at `index`, known to be a bound object; null when it holds none.
+inline float* KnownFloatAt(lua_State* L, int index, std::ptrdiff_t offset)
+{
+    auto* userdata = static_cast<Userdata*>(lua_touserdata(L, index));
+    return userdata->p ? reinterpret_cast<float*>(static_cast<char*>(userdata->p) + offset) : nullptr;
+}
+
+// The float at byte `offset` of the bound object at `index` (checked to be one), or null.
+inline float* CheckedFloatAt(lua_State* L, int index, std::ptrdiff_t offset)
+{
+    return UserdataAt(L, index) ? FloatAt(L, index, offset) : nullptr;
+}
+
+// The metamethods read these fields in place; the functions themselves only run when a script calls them
+// directly, so they check their object fully.
 template <int K>
 int GetFloatAt(lua_State* L)
 {
-    float* field = FloatAt(L, 1, K * static_cast<std::ptrdiff_t>(sizeof(float)));
+    float* field = CheckedFloatAt(L, 1, K * static_cast<std::ptrdiff_t>(sizeof(float)));
     if (!field)
         return 0;
     lua_pushnumber(L, *field);
@@ -36,7 +50,7 @@ int GetFloatAt(lua_State* L)
 template <int K>
 int SetFloatAt(lua_State* L)
 {
-    float* field = FloatAt(L, 1, K * static_cast<std::ptrdiff_t>(sizeof(float)));
+    float* field = CheckedFloatAt(L, 1, K * static_cast<std::ptrdiff_t>(sizeof(float)));
     if (!field)
         return 0;
     if (lua_type(L, 2) != LUA_TNUMBER)
@@ -64,25 +78,37 @@ std::array<Entry, kSlots> Setters(std::index_sequence<K...>)
     return {Entry{&SetFloatAt<static_cast<int>(K)>, static_cast<std::ptrdiff_t>(K * sizeof(float))}...};
 }
 
-// The table by offset, and a copy sorted by function address for the search.
+// The table by offset, and an open-addressed index by function address, so that telling whether a function is
+// one of these takes one probe as a rule.
 struct Tables
 {
+    static constexpr std::size_t kBuckets = 256;
     std::array<Entry, kSlots> byOffset;
-    std::array<Entry, kSlots> byFunction;
-    explicit Tables(std::array<Entry, kSlots> entries) : byOffset(entries), byFunction(entries)
+    std::array<const Entry*, kBuckets> byFunction{};
+
+    static std::size_t Bucket(lua_CFunction function)
     {
-        std::sort(byFunction.begin(), byFunction.end(), [](const Entry& a, const Entry& b) {
-            return std::less<void*>()(reinterpret_cast<void*>(a.function), reinterpret_cast<void*>(b.function));
-        });
+        const auto bits = reinterpret_cast<std::uintptr_t>(function);
+        return static_cast<std::size_t>((bits >> 4) ^ (bits >> 12)) % kBuckets;
+    }
+    explicit Tables(std::array<Entry, kSlots> entries) : byOffset(entries)
+    {
+        for (const Entry& entry : byOffset)
+        {
+            std::size_t bucket = Bucket(entry.function);
+            while (byFunction[bucket])
+                bucket = (bucket + 1) % kBuckets;
+            byFunction[bucket] = &entry;
+        }
     }
     const Entry* Find(lua_CFunction function) const
     {
-        auto found = std::lower_bound(byFunction.begin(), byFunction.end(), function,
-                                      [](const Entry& entry, lua_CFunction wanted) {
-                                          return std::less<void*>()(reinterpret_cast<void*>(entry.function),
-                                                                    reinterpret_cast<void*>(wanted));
-                                      });
-        return found != byFunction.end() && found->function == function ? &*found : nullptr;
+        for (std::size_t bucket = Bucket(function);; bucket = (bucket + 1) % kBuckets)
+        {
+            const Entry* entry = byFunction[bucket];
+            if (!entry || entry->function == function)
+                return entry;
+        }
     }
 };
 
@@ -117,24 +143,24 @@ lua_CFunction DirectFloatSetter(std::ptrdiff_t offset)
     return ForOffset(SetterTables(), offset);
 }
 
-bool GetFloatDirect(lua_State* L, lua_CFunction getter, int object)
+bool GetFloatDirect(lua_State* L, lua_CFunction getter, int object, bool knownObject)
 {
     const Entry* entry = GetterTables().Find(getter);
     if (!entry)
         return false;
-    if (float* field = FloatAt(L, object, entry->offset))
+    if (float* field = knownObject ? KnownFloatAt(L, object, entry->offset) : FloatAt(L, object, entry->offset))
         lua_pushnumber(L, *field);
     else
         lua_pushnil(L);
     return true;
 }
 
-bool SetFloatDirect(lua_State* L, lua_CFunction setter, int object, int key, int value)
+bool SetFloatDirect(lua_State* L, lua_CFunction setter, int object, int key, int value, bool knownObject)
 {
     const Entry* entry = SetterTables().Find(setter);
     if (!entry)
         return false;
-    float* field = FloatAt(L, object, entry->offset);
+    float* field = knownObject ? KnownFloatAt(L, object, entry->offset) : FloatAt(L, object, entry->offset);
     if (!field)
         return true;
     if (lua_type(L, value) != LUA_TNUMBER)

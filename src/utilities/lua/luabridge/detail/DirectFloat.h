@@ -16,9 +16,9 @@ lua_CFunction DirectFloatGetter(std::ptrdiff_t offset);
 // The setter of a float at `offset` in the object, or null when the offset has no plain function.
 lua_CFunction DirectFloatSetter(std::ptrdiff_t offset);
 // If `getter` is a plain float getter: pushes the float of the object at `object` (nil when there is none)
-// and answers true.
-bool GetFloatDirect(lua_State* L, lua_CFunction getter, int object);
+// and answers true. `knownObject` says the caller checked that a bound object stands there.
+bool GetFloatDirect(lua_State* L, lua_CFunction getter, int object, bool knownObject = false);
 // If `setter` is a plain float setter: writes the value at `value` into the object at `object` (raising
 // "'key' can't take a value of type ..." for a value that is no number, with the key at `key`) and answers true.
-bool SetFloatDirect(lua_State* L, lua_CFunction setter, int object, int key, int value);
+bool SetFloatDirect(lua_State* L, lua_CFunction setter, int object, int key, int value, bool knownObject = false);
 }

@@ -5,6 +5,7 @@
 #include "utilities/lua/luabridge/detail/DirectFloat.h"
 #include "utilities/lua/luabridge/detail/Userdata.h"
 
+#include <new>
 #include <stdexcept>
 
 namespace luabridge::detail
@@ -134,13 +135,18 @@ namespace
 // both, asking the getters first gives what asking the table first gives.
 int OwnIndex(lua_State* L)
 {
-    if (lua_gettop(L) >= 3)
+    // Called as a plain function on something else (a script may), it takes the general way.
+    const int arguments = lua_gettop(L);
+    if (arguments >= 3 || !lua_getmetatable(L, 1) || !lua_rawequal(L, -1, lua_upvalueindex(1)))
+    {
+        lua_settop(L, arguments);
         return InstanceIndex(L);
+    }
     lua_pushvalue(L, 2);
     lua_rawget(L, lua_upvalueindex(2));
     if (lua_CFunction getter = lua_tocfunction(L, -1))
     {
-        if (GetFloatDirect(L, getter, 1))
+        if (GetFloatDirect(L, getter, 1, true))
             return 1;
         lua_pushvalue(L, 1);
         lua_call(L, 1, 1);
@@ -161,13 +167,19 @@ int OwnIndex(lua_State* L)
     return LookUp(L);
 }
 
-// __newindex of a class table. Upvalue 1 is its setter table: a setter of the class itself is called at once,
+// __newindex of a class table. Upvalue 1 is its setter table, upvalue 2 the table: a setter of the class itself is called at once,
 // anything else goes the general way.
 int OwnNewIndex(lua_State* L)
 {
+    // Called as a plain function on something else (a script may), it takes the general way.
+    if (lua_gettop(L) != 3 || !lua_getmetatable(L, 1) || !lua_rawequal(L, -1, lua_upvalueindex(2)))
+    {
+        lua_settop(L, 3);
+        return InstanceNewIndex(L);
+    }
     lua_pushvalue(L, 2);
     lua_rawget(L, lua_upvalueindex(1));
-    if (SetFloatDirect(L, lua_tocfunction(L, -1), 1, 2, 3))
+    if (SetFloatDirect(L, lua_tocfunction(L, -1), 1, 2, 3, true))
         return 0;
     lua_settop(L, 3);
     return InstanceNewIndex(L);
@@ -212,7 +224,8 @@ void SetInstanceLookups(lua_State* L, int table)
         lua_pop(L, 1);
         return;
     }
-    lua_pushcclosure(L, &OwnNewIndex, 1);
+    lua_pushvalue(L, table);
+    lua_pushcclosure(L, &OwnNewIndex, 2);
     lua_setfield(L, table, "__newindex");
 }
 
@@ -317,8 +330,12 @@ int StaticNewIndex(lua_State* L)
 
 int CollectUserdata(lua_State* L)
 {
-    if (auto* userdata = static_cast<Userdata*>(lua_touserdata(L, 1)))
+    if (Userdata* userdata = UserdataAt(L, 1))
+    {
         userdata->~Userdata();
+        // What stays is an empty reference, so that a second __gc (a script may call it) destroys nothing.
+        new (userdata) UserdataPtr(nullptr);
+    }
     return 0;
 }
 
