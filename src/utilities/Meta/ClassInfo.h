@@ -3,10 +3,23 @@
 // DerivedClassInfo (default and copy constructible), DerivedClassInfoNoCopyConstructor
 // (default constructible only) and DerivedClassInfoNoConstructors (neither, as an
 // abstract base). Every operation given a null pointer does nothing.
+//
+// ToLua pushes a copy of a value onto a Lua stack (a number, string or a bound
+// object owned by Lua); GetLuaKey is the registry key of the type's class table.
 #pragma once
+
+#include "utilities/lua/luabridge/detail/Keys.h"
 
 #include <new>
 #include <type_traits>
+
+struct lua_State;
+
+namespace luabridge
+{
+template <class T>
+void PushCopy(lua_State* L, const T& value);
+}
 
 namespace Meta
 {
@@ -28,6 +41,10 @@ public:
     virtual void Delete(void* object) const = 0;
     // Runs the destructor of an instance built in place.
     virtual void Destruct(void* object) const = 0;
+    // Pushes a copy of `value` onto the Lua stack; pushes nothing when the type can't be copied.
+    virtual void ToLua(lua_State* L, const void* value) const = 0;
+    // The registry key of the type's class table.
+    virtual const void* GetLuaKey() const = 0;
 };
 
 // Instance operations of a type that can be made and copied.
@@ -54,6 +71,12 @@ public:
         if (object)
             static_cast<T*>(object)->~T();
     }
+    void ToLua(lua_State* L, const void* value) const override
+    {
+        if (value)
+            luabridge::PushCopy<T>(L, *static_cast<const T*>(value));
+    }
+    const void* GetLuaKey() const override { return luabridge::detail::ClassKey<T>(); }
 };
 
 // Instance operations of a type that can be made but not copied.
@@ -72,6 +95,8 @@ public:
         if (object)
             static_cast<T*>(object)->~T();
     }
+    void ToLua(lua_State*, const void*) const override {}
+    const void* GetLuaKey() const override { return luabridge::detail::ClassKey<T>(); }
 };
 
 // Instance operations of a type that the registry can't make (abstract, or no default constructor).
@@ -95,6 +120,8 @@ public:
             if (object)
                 static_cast<T*>(object)->~T();
     }
+    void ToLua(lua_State*, const void*) const override {}
+    const void* GetLuaKey() const override { return luabridge::detail::ClassKey<T>(); }
 };
 
 // The ClassInfo form that fits T.
@@ -111,3 +138,6 @@ const ClassInfo& InstanceOperations()
     return operations;
 }
 }
+
+// The Lua pushes that ToLua uses.
+#include "utilities/lua/luabridge/Stack.h"

@@ -10,6 +10,7 @@
 #include "utilities/Meta/DataInfo.h"
 #include "utilities/Meta/ValueTraits.h"
 #include "utilities/Serialization/TextValue.h"
+#include "utilities/lua/luabridge/MemberBinding.h"
 
 #include <functional>
 
@@ -34,6 +35,8 @@ public:
     // Reads the value and sets the field; a value that fails to read leaves the field as it was.
     // A member not marked to be saved is reported, and read all the same.
     virtual void Deserialize(void* object, Util::Serializer& serializer) const = 0;
+    // Adds a getter and a setter of the field to the class being bound.
+    virtual void RegisterLua(luabridge::ClassScope& scope) const = 0;
     // Draws the editor control; true if changed.
     virtual bool DrawEditor(void* object) const { return false; }
     // True if the field is equal in both objects.
@@ -114,6 +117,7 @@ public:
         return ValuesEqual(Field(const_cast<void*>(a)), Field(const_cast<void*>(b)));
     }
     void SetFromOther(void* to, const void* from) const override { Set(to, &Field(const_cast<void*>(from))); }
+    void RegisterLua(luabridge::ClassScope& scope) const override { luabridge::BindMember<C, M>(scope, m_Name, m_Field); }
 
     // The field itself.
     M C::*m_Field;

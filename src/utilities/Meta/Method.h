@@ -12,12 +12,18 @@
 
 #include "utilities/Meta/DataInfo.h"
 #include "utilities/Meta/ValueTraits.h"
+#include "utilities/lua/luabridge/MethodBinding.h"
 
 #include <tuple>
 #include <utility>
 #include <vector>
 
 struct lua_State;
+
+namespace luabridge
+{
+class ClassScope;
+}
 
 namespace Meta
 {
@@ -43,6 +49,12 @@ public:
     {
         return m_Const ? Call(const_cast<void*>(self), arguments) : Any();
     }
+    // Calls from Lua with the arguments on the stack: -1 when they don't fit, else the number of results.
+    virtual int LuaCandidate(lua_State* L) const { return -1; }
+    // True for a function of the class rather than of an instance.
+    virtual bool IsStatic() const { return false; }
+    // Adds the method to the class being bound, under its Lua name.
+    virtual void RegisterLua(luabridge::ClassScope& scope) const;
 
     // Number of arguments.
     unsigned m_ArgCount = 0;
@@ -102,6 +114,7 @@ public:
         return Invoke(static_cast<C*>(self), arguments, std::index_sequence_for<Args...>());
     }
     using Method::Call;
+    int LuaCandidate(lua_State* L) const override { return luabridge::CallMember<R, C, Args...>(L, m_Function); }
 
 private:
     template <std::size_t... I>
@@ -137,6 +150,10 @@ public:
         return Invoke(static_cast<const C*>(self), arguments, std::index_sequence_for<Args...>());
     }
     using Method::Call;
+    int LuaCandidate(lua_State* L) const override
+    {
+        return luabridge::CallMember<R, const C, Args...>(L, m_Function);
+    }
 
 private:
     template <std::size_t... I>
@@ -155,6 +172,9 @@ private:
 
     Function m_Function;
 };
+
+// Adds a function of the class to the class being bound.
+void RegisterStaticLua(const Method& method, luabridge::ClassScope& scope);
 
 template <class R, class... Args>
 class MethodD_static_class final : public Method
@@ -177,6 +197,9 @@ public:
         return Call(const_cast<void*>(self), arguments);
     }
     using Method::Call;
+    int LuaCandidate(lua_State* L) const override { return luabridge::CallStatic<R, Args...>(L, m_Function); }
+    bool IsStatic() const override { return true; }
+    void RegisterLua(luabridge::ClassScope& scope) const override;
 
 private:
     Function m_Function;
@@ -195,6 +218,7 @@ public:
     // Only a script can call it: there is no Lua stack to hand over here.
     Any Call(void*, std::vector<Any>&) const override { return Any(); }
     using Method::Call;
+    int LuaCandidate(lua_State* L) const override { return luabridge::CallCrosscall<R, C>(L, m_Function); }
 
     // The function itself, for the script binding.
     Function m_Function;
@@ -250,5 +274,11 @@ template <int id, class R, class... Args>
 Method* MakeOverload(const std::string& name, R (*function)(Args...))
 {
     return new MethodD_static_class<R, Args...>(name, function);
+}
+
+template <class R, class... Args>
+void MethodD_static_class<R, Args...>::RegisterLua(luabridge::ClassScope& scope) const
+{
+    RegisterStaticLua(*this, scope);
 }
 }

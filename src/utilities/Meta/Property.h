@@ -12,12 +12,24 @@
 //   Property_class_newscript<T>    the same for classes that run a script of their own
 //
 // Setting a read-only property reports "This property is readonly!".
+//
+// For scripts, PushToLua pushes the value and RegisterLua adds a getter (and a
+// setter, or for read-only properties one that raises "'name' is read-only") to
+// the class being bound; static properties go to the class's own table.
 #pragma once
 
 #include "engine/Log.h"
 #include "utilities/Meta/DataInfo.h"
 #include "utilities/Meta/ValueTraits.h"
 #include "utilities/Serialization/TextValue.h"
+#include "utilities/lua/luabridge/DynamicProperties.h"
+
+struct lua_State;
+
+namespace luabridge
+{
+class ClassScope;
+}
 
 namespace Meta
 {
@@ -42,6 +54,12 @@ public:
     virtual void Serialize(const void* object, Util::Serializer& serializer) const = 0;
     // Reads a value and hands it to the setter, unless it failed to read; nothing for read-only properties.
     virtual void Deserialize(void* object, Util::Serializer& serializer) const = 0;
+    // Pushes the value read from `object` onto the Lua stack (nil when it can't be read).
+    virtual void PushToLua(lua_State* L, const void* object) const;
+    // Sets the value at `index` of the Lua stack on `object`; false when it is of the wrong type.
+    virtual bool SetFromLua(lua_State* L, void* object, int index) const { return false; }
+    // Adds the getter and the setter (or the read-only one) to the class being bound.
+    virtual void RegisterLua(luabridge::ClassScope& scope) const;
 
     // The class the property belongs to.
     Data* m_Class = nullptr;
@@ -136,6 +154,17 @@ public:
     {
         (static_cast<C*>(object)->*m_Setter)(ValueTraits<S>::Unwrap(value));
     }
+    void PushToLua(lua_State* L, const void* object) const override
+    {
+        luabridge::Stack<G>::Push(L, (static_cast<const C*>(object)->*m_Getter)());
+    }
+    bool SetFromLua(lua_State* L, void* object, int index) const override
+    {
+        if (!luabridge::Stack<S>::Is(L, index))
+            return false;
+        (static_cast<C*>(object)->*m_Setter)(luabridge::Stack<S>::Get(L, index));
+        return true;
+    }
 
 private:
     Getter m_Getter;
@@ -161,6 +190,17 @@ public:
     {
         m_Setter(static_cast<C*>(object), ValueTraits<S>::Unwrap(value));
     }
+    void PushToLua(lua_State* L, const void* object) const override
+    {
+        luabridge::Stack<G>::Push(L, m_Getter(static_cast<C*>(const_cast<void*>(object))));
+    }
+    bool SetFromLua(lua_State* L, void* object, int index) const override
+    {
+        if (!luabridge::Stack<S>::Is(L, index))
+            return false;
+        m_Setter(static_cast<C*>(object), luabridge::Stack<S>::Get(L, index));
+        return true;
+    }
 
 private:
     Getter m_Getter;
@@ -181,6 +221,10 @@ public:
         return ValueTraits<G>::Wrap((static_cast<const C*>(object)->*m_Getter)());
     }
     void Set(void*, const void*) const override { FATAL_ERROR(ReadonlyMessage()); }
+    void PushToLua(lua_State* L, const void* object) const override
+    {
+        luabridge::Stack<G>::Push(L, (static_cast<const C*>(object)->*m_Getter)());
+    }
 
 private:
     Getter m_Getter;
@@ -200,10 +244,17 @@ public:
         return ValueTraits<G>::Wrap(m_Getter(static_cast<C*>(const_cast<void*>(object))));
     }
     void Set(void*, const void*) const override { FATAL_ERROR(ReadonlyMessage()); }
+    void PushToLua(lua_State* L, const void* object) const override
+    {
+        luabridge::Stack<G>::Push(L, m_Getter(static_cast<C*>(const_cast<void*>(object))));
+    }
 
 private:
     Getter m_Getter;
 };
+
+// Adds a property of the class itself (not of instances) to the class being bound.
+void RegisterStaticLua(const Property& property, luabridge::ClassScope& scope);
 
 template <class G, class S>
 class Property_static_class final : public WritablePropertyOf<G, S>
@@ -225,6 +276,15 @@ public:
             FATAL_ERROR(this->ReadonlyMessage());
     }
     bool CanSet() const override { return m_Setter != nullptr; }
+    void PushToLua(lua_State* L, const void*) const override { luabridge::Stack<G>::Push(L, m_Getter()); }
+    bool SetFromLua(lua_State* L, void*, int index) const override
+    {
+        if (!m_Setter || !luabridge::Stack<S>::Is(L, index))
+            return false;
+        m_Setter(luabridge::Stack<S>::Get(L, index));
+        return true;
+    }
+    void RegisterLua(luabridge::ClassScope& scope) const override { RegisterStaticLua(*this, scope); }
 
 private:
     Getter m_Getter;
@@ -242,6 +302,13 @@ public:
     explicit Property_class_new(Data* owner) : ReadOnlyProperty(kNewPropertyName, owner, owner) {}
     Any Get(const void*) const override { return Any(); }
     void Set(void*, const void*) const override {}
+    void PushToLua(lua_State* L, const void*) const override { lua_pushnil(L); }
+    // Installs T's dynamic-property hooks (T::GetProperty(L, name) and T::SetProperty(L, name), when T has them).
+    void RegisterLua(luabridge::ClassScope& scope) const override
+    {
+        if constexpr (luabridge::HasDynamicProperties<T>)
+            luabridge::BindDynamicProperties<T>(scope);
+    }
 };
 
 // The dynamic-property hook of a class that runs a script of its own.

@@ -14,6 +14,12 @@
 // Inside the function, `Self` is the class and `type` its Meta::Data. Members
 // and methods must be reachable from the registration (public). Help text given
 // with HELP(...) goes to the next member, property or method registered.
+//
+// The registration also leaves the class for the Lua binding: a Class<Self>
+// binder (a DerivedClass<Self, Base> after DERIVE), a constructor binder per
+// CONSTRUCTOR, and at the end the class itself, under order 0 (or the order
+// given to META_REGISTER_ORDER: a class of a higher order is bound after every
+// class of a lower one).
 #pragma once
 
 #include "utilities/Meta/Any.h"
@@ -24,6 +30,7 @@
 #include "utilities/Meta/Method.h"
 #include "utilities/Meta/Property.h"
 #include "utilities/Serialization/TextValue.h"
+#include "utilities/lua/luabridge/LuaBinding.h"
 
 namespace Meta
 {
@@ -49,6 +56,7 @@ Data& RegisterEnum(const char* name, const char* nameSpace, std::vector<EnumMeta
     data.m_Namespace = nameSpace;
     Util::SetTextForm<E>(data);
     EnumMeta::Register(name, std::move(values));
+    luabridge::RegisterEnum(&data);
     return data;
 }
 
@@ -73,6 +81,16 @@ struct Registrar
     explicit Registrar(void (*registration)()) { registration(); }
 };
 
+// Runs the registration function `run` of T, between the start and the end of its binding record.
+template <class T>
+void RunRegistration(const char* name, const char* nameSpace, unsigned order, void (*run)(Data&))
+{
+    Data& data = Register<T>(name, nameSpace);
+    luabridge::BeginClass<T>();
+    run(data);
+    luabridge::LuaBinding::Get().RegisterClass(&data, order);
+}
+
 // A member record with its flags. A saved member must be of a type with a text form.
 template <bool Saved, class C, class M>
 Member* MakeMember(const char* name, M C::*field, bool script)
@@ -83,6 +101,13 @@ Member* MakeMember(const char* name, M C::*field, bool script)
     member->m_Serialize = Saved;
     member->m_Script = script;
     return member;
+}
+
+// A dynamic-property hook, which the script binding installs.
+inline Property* ScriptHook(Property* hook)
+{
+    hook->m_Script = true;
+    return hook;
 }
 
 // A method record visible to scripts.
@@ -101,14 +126,19 @@ inline Method* ScriptVisible(Method* method)
 // Opens the registration function of a type inside a namespace.
 #define META_REGISTER_NS(Namespace, Type) META_REGISTER_NAMED(Namespace::Type, #Type, #Namespace)
 // Opens a registration function; inside it `Self` is the type and `type` its Meta::Data.
-#define META_REGISTER_NAMED(Type, name, nameSpace)                                                  \
+#define META_REGISTER_NAMED(Type, name, nameSpace) META_REGISTER_NAMED_ORDER(Type, name, nameSpace, 0)
+// Opens the registration function of a type in the global namespace, bound to Lua in `order`.
+#define META_REGISTER_ORDER(Type, order) META_REGISTER_NAMED_ORDER(Type, #Type, "", order)
+// Opens a registration function whose class is bound to Lua in `order` (0 for nearly all).
+#define META_REGISTER_NAMED_ORDER(Type, name, nameSpace, order)                                      \
     namespace                                                                                        \
     {                                                                                                \
     struct META_CONCAT(MetaRegistration_, __LINE__)                                                  \
     {                                                                                                \
         using Self = Type;                                                                           \
         static void Run(Meta::Data& type);                                                           \
-        inline static const Meta::Registrar registrar{[] { Run(Meta::Register<Type>(name, nameSpace)); }}; \
+        inline static const Meta::Registrar registrar{                                               \
+            [] { Meta::RunRegistration<Type>(name, nameSpace, order, &Run); }};                      \
     };                                                                                               \
     }                                                                                                \
     void META_CONCAT(MetaRegistration_, __LINE__)::Run([[maybe_unused]] Meta::Data& type)
@@ -119,13 +149,15 @@ inline Method* ScriptVisible(Method* method)
         [] { Meta::RegisterEnum<Type>(#Type, "", std::vector<Meta::EnumMeta::Entry> __VA_ARGS__); })
 
 // The registered type derives from Base.
-#define DERIVE(Base) type.AddParent(Meta::Get<Base>())
+#define DERIVE(Base) (type.AddParent(Meta::Get<Base>()), luabridge::Derive<Self, Base>())
 // The help text of the registered type.
 #define DESCRIPTION(text) type.m_Description = (text)
 // Help text for the next member, property or method.
 #define HELP(text) Meta::AddPendingDescription(text)
 // A script constructor taking the given argument types: CONSTRUCTOR(float, float, float).
-#define CONSTRUCTOR(...) type.AddConstructor(Meta::MakeConstructor<Self __VA_OPT__(, ) __VA_ARGS__>())
+#define CONSTRUCTOR(...)                                                      \
+    (type.AddConstructor(Meta::MakeConstructor<Self __VA_OPT__(, ) __VA_ARGS__>()), \
+     luabridge::AddConstructor<Self __VA_OPT__(, ) __VA_ARGS__>())
 
 // A field, saved and visible to scripts, with its help text.
 #define MEMBER(field, help) MEMBER_FLAGS(field, true, true, help)
@@ -147,9 +179,9 @@ inline Method* ScriptVisible(Method* method)
 #define PROPERTY_STATIC(name, getter, setter, help) \
     (HELP(help), type.AddProperty(Meta::MakeStaticProperty(#name, &type, getter, setter)))
 // The hook through which scripts add dynamic properties to the class.
-#define PROPERTY_NEW() type.AddProperty(new Meta::Property_class_new<Self>(&type))
+#define PROPERTY_NEW() type.AddProperty(Meta::ScriptHook(new Meta::Property_class_new<Self>(&type)))
 // The same hook for a class that runs a script of its own.
-#define PROPERTY_NEWSCRIPT() type.AddProperty(new Meta::Property_class_newscript<Self>(&type))
+#define PROPERTY_NEWSCRIPT() type.AddProperty(Meta::ScriptHook(new Meta::Property_class_newscript<Self>(&type)))
 
 // A method with one form, visible to scripts.
 #define METHOD(name) type.AddMethod(Meta::ScriptVisible(Meta::MakeMethod(#name, &Self::name)))
