@@ -66,7 +66,9 @@ struct Stack
     // What Get gives: a reference to the object for bound classes, else a value.
     using Out = std::conditional_t<detail::kIsObject<Bare>, Bare&, Bare>;
 
+    // True when T is a reference: objects travel as references, not copies.
     static constexpr bool kIsReference = std::is_reference_v<T>;
+    // True when T is a const reference: objects travel with their const table.
     static constexpr bool kIsConstReference = kIsReference && std::is_const_v<std::remove_reference_t<T>>;
 
     // Pushes `value`.

@@ -24,6 +24,7 @@ namespace luabridge
 class Userdata
 {
 public:
+    // Destroys what the userdata owns (nothing for a reference).
     virtual ~Userdata() = default;
     // The object.
     void* p = nullptr;
@@ -35,6 +36,7 @@ public:
 class UserdataPtr final : public Userdata
 {
 public:
+    // A reference to `object`.
     explicit UserdataPtr(void* object) { p = object; }
 };
 
@@ -43,12 +45,14 @@ template <class T>
 class UserdataValue final : public Userdata
 {
 public:
+    // Builds the T inline from `arguments`.
     template <class... A>
     explicit UserdataValue(A&&... arguments)
     {
         p = new (m_Storage) T(std::forward<A>(arguments)...);
         m_Flags = 1;
     }
+    // Destroys the T.
     ~UserdataValue() override { static_cast<T*>(p)->~T(); }
     UserdataValue(const UserdataValue&) = delete;
     UserdataValue& operator=(const UserdataValue&) = delete;
