@@ -183,6 +183,8 @@ int WinMain(const char* commandLine)
     LOG("Info", "Frames run: " + std::to_string(manager.GetFrameCount()));
     manager.m_Events.Clear();
     manager.m_Systems.clear();
+    // The closing script runs and the Lua state closes, with everything scripts held.
+    LuaSystem::Get().Shutdown();
     window.DestroyNativeWindow();
     Engine::ArchetypeManager::Get().Clear();
     Engine::Log::Get().Close();

@@ -10,6 +10,8 @@
 #include "utilities/lua/LuaScript.h"
 #include "utilities/lua/ProfilerHook.h"
 #include "utilities/lua/ScriptFile.h"
+#include "utilities/lua/ScriptValues.h"
+#include "utilities/lua/luabridge/LuaBinding.h"
 #include "utilities/lua/lanes/Lanes.h"
 
 #include <lua.hpp>
@@ -95,6 +97,7 @@ LuaSystem::LuaSystem()
     lua_pushvalue(m_State, LUA_GLOBALSINDEX);
     luabridge::RegisterGlobalFunctions(m_State);
     RegisterEngineFunctions(m_State);
+    RegisterScriptValueFunctions(m_State);
     lua_pop(m_State, 1);
     // 4. Errors outside a protected call.
     lua_atpanic(m_State, l_panic);
@@ -110,6 +113,13 @@ LuaSystem::LuaSystem()
 
 LuaSystem::~LuaSystem()
 {
+    Shutdown();
+}
+
+void LuaSystem::Shutdown()
+{
+    if (!m_State)
+        return;
     if (m_ClosingScript != -1 && GetScript(m_ClosingScript).PushChunk())
     {
         ReportStatus(lua_pcall(m_State, 0, LUA_MULTRET, 0));
@@ -135,8 +145,11 @@ void LuaSystem::Update(float)
 
 void LuaSystem::Initialize()
 {
-    // 1. to 5. (the class "System", script components, game states, the registrations put off
-    // until now, callable class tables) come with the class binding.
+    // 1., 4. and 5. Every registered class: "System" first, then the registrations put off until
+    // now, order by order, then the callable class tables. Coroutines get their resume.
+    luabridge::LuaBinding::Get().BindAll(m_State);
+    BindCoroutineResume(m_State);
+    // 2. Script components and 3. game states are not built yet.
     // 6. The global script.
     RunGlobalScript();
     // 7. The closing script is loaded now and runs when the system is destroyed.

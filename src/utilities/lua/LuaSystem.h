@@ -55,6 +55,9 @@ public:
     LuaSystem();
     // Runs the closing script, frees the script files and coroutines, closes the state.
     ~LuaSystem() override;
+    // Runs the closing script and closes the state, as destruction does; the game's system, which
+    // is never destroyed, is shut down this way at the end of the run. Nothing Lua may run after.
+    void Shutdown();
     LuaSystem(const LuaSystem&) = delete;
     LuaSystem& operator=(const LuaSystem&) = delete;
 
