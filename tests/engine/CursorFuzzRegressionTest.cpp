@@ -5,6 +5,8 @@
 
 #include "engine/CursorFile.h"
 
+#include "support/FuzzInputs.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,22 +19,11 @@
 
 namespace
 {
-std::vector<std::filesystem::path> InputsIn(const std::filesystem::path& folder)
+// The file's bytes, as the reader takes them.
+std::vector<std::uint8_t> Bytes(const std::filesystem::path& path)
 {
-    std::vector<std::filesystem::path> inputs;
-    if (!std::filesystem::is_directory(folder))
-        return inputs;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
-        if (entry.is_regular_file())
-            inputs.push_back(entry.path());
-    std::sort(inputs.begin(), inputs.end());
-    return inputs;
-}
-
-std::vector<std::uint8_t> Contents(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return std::vector<std::uint8_t>(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    const std::string bytes = Contents(path);
+    return std::vector<std::uint8_t>(bytes.begin(), bytes.end());
 }
 
 const std::filesystem::path kSeeds = std::filesystem::path(VORN_TEST_DATA_DIR) / ".." / ".." / "fuzz" / "seeds" /
@@ -48,7 +39,7 @@ TEST(CursorFuzzRegressionTest, KeptInputsAndSeedsAreReadWithoutHarm)
     for (const auto& input : inputs)
     {
         SCOPED_TRACE(input.string());
-        const std::vector<std::uint8_t> bytes = Contents(input);
+        const std::vector<std::uint8_t> bytes = Bytes(input);
         Engine::CursorImage image;
         std::string error;
         if (!Engine::ReadCursor(bytes.data(), bytes.size(), image, error))
@@ -68,7 +59,7 @@ TEST(CursorFuzzRegressionTest, SeedsOfEveryDepthAreReadAndThePngOneIsRefused)
     for (const auto& seed : InputsIn(kSeeds))
     {
         SCOPED_TRACE(seed.string());
-        const std::vector<std::uint8_t> bytes = Contents(seed);
+        const std::vector<std::uint8_t> bytes = Bytes(seed);
         Engine::CursorImage image;
         std::string error;
         const bool read = Engine::ReadCursor(bytes.data(), bytes.size(), image, error);

@@ -2,6 +2,7 @@
 // seeds, read again: each must be read and written back without a crash, a hang
 // or a sanitizer report, with dialogs answered Ignore.
 
+#include "support/FuzzInputs.h"
 #include "support/ReportCapture.h"
 #include "utilities/Serialization/TextSamples.h"
 
@@ -13,27 +14,6 @@
 #include <string>
 #include <vector>
 
-namespace
-{
-std::vector<std::filesystem::path> InputsIn(const std::filesystem::path& folder)
-{
-    std::vector<std::filesystem::path> inputs;
-    if (!std::filesystem::is_directory(folder))
-        return inputs;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
-        if (entry.is_regular_file())
-            inputs.push_back(entry.path());
-    return inputs;
-}
-
-std::string Contents(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
-}
 
 TEST(FuzzRegressionTest, KeptInputsAndSeedsAreReadWithoutHarm)
 {
