@@ -1,5 +1,7 @@
 #include "utilities/lua/LuaSystem.h"
 
+#include "utilities/lua/LuaStateHandle.h"
+
 #include "engine/Files.h"
 #include "engine/Log.h"
 #include "engine/Profiler.h"
@@ -60,10 +62,16 @@ LuaSystem& LuaSystem::Get()
 
 LuaSystem& LuaSystem::Of(lua_State* L)
 {
+    LuaSystem* owner = FindOwner(L);
+    return owner ? *owner : Get();
+}
+
+LuaSystem* LuaSystem::FindOwner(lua_State* L)
+{
     lua_getfield(L, LUA_REGISTRYINDEX, kOwnerKey);
     void* owner = lua_touserdata(L, -1);
     lua_pop(L, 1);
-    return owner ? *static_cast<LuaSystem*>(owner) : Get();
+    return static_cast<LuaSystem*>(owner);
 }
 
 namespace
@@ -88,6 +96,7 @@ LuaSystem::LuaSystem()
 {
     // 1. The state.
     m_State = luaL_newstate();
+    LuaStateHandle::Opened(m_State);
     m_Ref = {m_State, -1};
     lua_pushlightuserdata(m_State, this);
     lua_setfield(m_State, LUA_REGISTRYINDEX, kOwnerKey);
@@ -131,6 +140,7 @@ void LuaSystem::Shutdown()
     luaL_unref(m_State, LUA_REGISTRYINDEX, m_Ref.ref);
     lua_pushnil(m_State);
     m_Ref.ref = luaL_ref(m_State, LUA_REGISTRYINDEX);
+    LuaStateHandle::Closed(m_State);
     lua_close(m_State);
     m_State = nullptr;
     m_Coroutines.clear();

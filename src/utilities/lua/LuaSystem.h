@@ -49,6 +49,8 @@ public:
     static LuaSystem& Of(lua_State* L);
     // True when both states share one registry: the same state or threads of it.
     static bool SameUniverse(lua_State* a, lua_State* b);
+    // The LuaSystem whose state `L` is (or is a thread of); null for a state of no LuaSystem.
+    static LuaSystem* FindOwner(lua_State* L);
 
     // Makes the state with the standard libraries, the global functions and LuaFileSystem, the
     // collector stopped. Public so that tests can make a state of their own.
