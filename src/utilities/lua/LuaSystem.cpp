@@ -7,6 +7,7 @@
 #include "engine/Profiler.h"
 #include "utilities/Meta/Registration.h"
 #include "utilities/lua/Coroutine.h"
+#include "utilities/lua/EventBindLuaObject.h"
 #include "utilities/lua/EngineFunctions.h"
 #include "utilities/lua/LuaGlobals.h"
 #include "utilities/lua/LuaScript.h"
@@ -140,6 +141,10 @@ void LuaSystem::Shutdown()
     luaL_unref(m_State, LUA_REGISTRYINDEX, m_Ref.ref);
     lua_pushnil(m_State);
     m_Ref.ref = luaL_ref(m_State, LUA_REGISTRYINDEX);
+    {
+        std::lock_guard<std::mutex> lock(m_EventQueueMutex);
+        m_EventQueue.clear();
+    }
     LuaStateHandle::Closed(m_State);
     lua_close(m_State);
     m_State = nullptr;
@@ -150,7 +155,25 @@ void LuaSystem::Shutdown()
 
 void LuaSystem::Update(float)
 {
+    DeliverQueuedEvents();
     lua_gc(m_State, LUA_GCSTEP, kCollectorStep);
+}
+
+void LuaSystem::QueueEvent(std::shared_ptr<LuaEventHandler> handler, Event* event)
+{
+    std::lock_guard<std::mutex> lock(m_EventQueueMutex);
+    m_EventQueue.push_back({std::move(handler), event});
+}
+
+void LuaSystem::DeliverQueuedEvents()
+{
+    std::vector<QueuedEvent> due;
+    {
+        std::lock_guard<std::mutex> lock(m_EventQueueMutex);
+        due.swap(m_EventQueue);
+    }
+    for (const QueuedEvent& queued : due)
+        queued.handler->Call(queued.event);
 }
 
 void LuaSystem::Initialize()

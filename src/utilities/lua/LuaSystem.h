@@ -25,6 +25,8 @@
 
 struct lua_State;
 class Coroutine;
+class Event;
+struct LuaEventHandler;
 class LuaComponent;
 class ScriptFile;
 
@@ -63,7 +65,7 @@ public:
     LuaSystem(const LuaSystem&) = delete;
     LuaSystem& operator=(const LuaSystem&) = delete;
 
-    // One step of the collector.
+    // Delivers the queued script events, then takes one step of the collector.
     void Update(float dt) override;
     // Runs "Global.lua", loads "Closing.lua", makes the mutex.
     void Initialize() override;
@@ -78,6 +80,10 @@ public:
     // Prints a failed status of a Lua call: a yield as "Lua Error: Function Yielded." with the call
     // stack, any other error as "Lua Error: " and the message, which stays on the stack.
     void ReportStatus(int status);
+    // Posts a script handler's delivery of `event`, from any thread, for the next Update.
+    void QueueEvent(std::shared_ptr<LuaEventHandler> handler, Event* event);
+    // Delivers the queued events in the order they were posted; on the main thread.
+    void DeliverQueuedEvents();
     // Calls the function of registry reference `ref` with no arguments; reports an error. The stack
     // is left as it was.
     void CallRef(int ref);
@@ -112,6 +118,16 @@ public:
     int m_ClosingScript = -1;
     // A registry slot, released before the state closes.
     LuaRegistryRef m_Ref;
+    // A script handler's delivery waiting for the main thread.
+    struct QueuedEvent
+    {
+        std::shared_ptr<LuaEventHandler> handler;
+        Event* event = nullptr;
+    };
+    // Guards m_EventQueue; never held during a Lua call.
+    std::mutex m_EventQueueMutex;
+    // Deliveries posted by EventBindLuaObject::Queue, delivered in Update.
+    std::vector<QueuedEvent> m_EventQueue;
     // Prototypes of script components by script name.
     std::unordered_map<std::string, std::shared_ptr<LuaComponent>> m_ComponentPrototypes;
 };

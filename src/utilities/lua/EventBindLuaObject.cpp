@@ -1,0 +1,84 @@
+#include "utilities/lua/EventBindLuaObject.h"
+
+#include "engine/Event.h"
+#include "utilities/lua/LuaSystem.h"
+#include "utilities/lua/luabridge/Stack.h"
+
+#include <lua.hpp>
+
+#include <cstdio>
+
+LuaEventHandler::LuaEventHandler(lua_State* L, int index, std::string name)
+    : state(LuaStateHandle::Of(L)), system(LuaSystem::FindOwner(L)), function(std::move(name))
+{
+    lua_pushvalue(L, index);
+    object = luaL_ref(L, LUA_REGISTRYINDEX);
+}
+
+LuaEventHandler::~LuaEventHandler()
+{
+    if (object != LUA_NOREF && object != LUA_REFNIL && state.IsOpen())
+        luaL_unref(state.state, LUA_REGISTRYINDEX, object);
+}
+
+void LuaEventHandler::Call(Event* event) const
+{
+    if (!state.IsOpen())
+        return;
+    lua_State* L = state.state;
+    const int top = lua_gettop(L);
+    lua_rawgeti(L, LUA_REGISTRYINDEX, object);
+    if (lua_istable(L, -1) || lua_isuserdata(L, -1))
+    {
+        lua_getfield(L, top + 1, function.c_str());
+        if (lua_isfunction(L, -1))
+        {
+            lua_pushvalue(L, top + 1);
+            luabridge::Stack<Event*>::Push(L, event);
+            const int status = lua_pcall(L, 2, 0, 0);
+            if (status != 0)
+            {
+                if (system)
+                    system->ReportStatus(status);
+                else
+                {
+                    const char* message = lua_tostring(L, -1);
+                    std::printf("Lua Error: %s\n", message ? message : "(error object is not a string)");
+                    std::fflush(stdout);
+                }
+            }
+        }
+    }
+    lua_settop(L, top);
+}
+
+EventBindLuaObject::EventBindLuaObject(lua_State* L, int index, std::string function)
+    : m_Handler(std::make_shared<LuaEventHandler>(L, index, std::move(function)))
+{
+}
+
+void EventBindLuaObject::Invoke(Event* event)
+{
+    // The handler may remove this bind: keep what the call needs alive on the stack.
+    const std::shared_ptr<LuaEventHandler> handler = m_Handler;
+    handler->Call(event);
+}
+
+void EventBindLuaObject::Queue(Event* event)
+{
+    if (m_Handler->system)
+        m_Handler->system->QueueEvent(m_Handler, event);
+}
+
+void RegisterLuaEvent(Engine::EventManager& table, lua_State* L, int index, const std::string& name,
+                      const std::string& function)
+{
+    const void* listener = lua_topointer(L, index);
+    if (!listener)
+    {
+        std::printf("Lua Error: RegisterEvent needs a table or object to call, for event '%s'\n", name.c_str());
+        std::fflush(stdout);
+        return;
+    }
+    table.AddBind(Engine::HashName(name), listener, new EventBindLuaObject(L, index, function));
+}

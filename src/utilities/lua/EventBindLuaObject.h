@@ -1,0 +1,66 @@
+// EventBindLuaObject: the bind through which a script object hears an event.
+// It holds the object (a table, usually) as a registry reference and the name
+// of its handler; a delivery calls object[name](object, event) under a
+// protected call, with the event pushed as its own class, so a handler reads
+// the fields of the concrete event. An error in a handler is printed as
+// "Lua Error: ..." and the dispatch goes on to the next listener.
+//
+// Queue, the one route from other threads, posts the delivery to the Lua
+// system's queue; the system delivers it on the main thread in its next
+// Update. The sender keeps the event alive until then.
+//
+//   RegisterLuaEvent(space.m_Events, L, 2, "Hit", "OnHit");   // object at index 2
+#pragma once
+
+#include "engine/EventManager.h"
+#include "utilities/lua/LuaStateHandle.h"
+
+#include <memory>
+#include <string>
+
+class Event;
+class LuaSystem;
+struct lua_State;
+
+// A script object and the name of its handler function, released with the last holder.
+struct LuaEventHandler
+{
+    // Takes a reference to the value at `index` of L.
+    LuaEventHandler(lua_State* L, int index, std::string function);
+    // Releases the reference while the state is open.
+    ~LuaEventHandler();
+    LuaEventHandler(const LuaEventHandler&) = delete;
+    LuaEventHandler& operator=(const LuaEventHandler&) = delete;
+
+    // Calls the handler with `event`; reports an error and leaves the stack as it was.
+    void Call(Event* event) const;
+
+    // The state whose registry holds the object.
+    LuaStateHandle state;
+    // The Lua system of that state; null for a state of no system.
+    LuaSystem* system = nullptr;
+    // Registry reference of the object.
+    int object = -2;
+    // Name of the handler function on the object.
+    std::string function;
+};
+
+class EventBindLuaObject final : public Engine::EventManager::EventBind
+{
+public:
+    // Binds the object at `index` of L and its function `function`.
+    EventBindLuaObject(lua_State* L, int index, std::string function);
+    // Calls the handler now. Touches nothing of the bind after the call: the handler may remove it.
+    void Invoke(Event* event) override;
+    // Posts the delivery to the Lua system, for its next Update on the main thread.
+    void Queue(Event* event) override;
+
+private:
+    // Shared with deliveries still queued.
+    std::shared_ptr<LuaEventHandler> m_Handler;
+};
+
+// Binds the object at `index` of L to the event `name` of `table`, calling its function `function`.
+// The listener is the object itself: a second registration of the same object adds a second bind.
+void RegisterLuaEvent(Engine::EventManager& table, lua_State* L, int index, const std::string& name,
+                      const std::string& function);
