@@ -11,13 +11,19 @@
 #include "engine/System.h"
 #include "engine/Files.h"
 #include "utilities/Meta/Registration.h"
+#include "utilities/lua/EventBindLuaObject.h"
 #include "utilities/lua/LuaScript.h"
+#include "utilities/lua/ScriptEvent.h"
 #include "utilities/lua/LuaSystem.h"
 
 META_REGISTER_NS(Engine, Manager)
 {
     DESCRIPTION("Runs the engine systems frame by frame and holds the global event table.");
     METHOD(EndGame);
+    HELP("Binds a script object's function to an event of the global table: (object, name [, functionName]).");
+    type.AddMethod(Meta::ScriptVisible(new Meta::MethodD_crosscall<int, Self>("RegisterEvent", &Self::RegisterEvent)));
+    HELP("Sends a script event by name on the global table, then on every space that isn't paused.");
+    METHOD_AS("BroadcastEvent", &Self::ScriptBroadcastEvent);
 }
 
 namespace Engine
@@ -112,5 +118,16 @@ void Manager::BroadcastEvent(std::string_view name, Event* event)
         EventManager::DispatchScope dispatch(space->m_Events);
         space->m_Events.Dispatch(name, event);
     }
+}
+
+void Manager::ScriptBroadcastEvent(const std::string& name, ScriptEvent* event)
+{
+    if (event)
+        BroadcastEvent(name, event);
+}
+
+int Manager::RegisterEvent(lua_State* L)
+{
+    return RegisterLuaEventFromScript(m_Events, L);
 }
 }

@@ -11,11 +11,14 @@
 
 #include "engine/EventManager.h"
 
+#include <string>
 #include <string_view>
 #include <vector>
 
 class Event;
 class LuaScript;
+class ScriptEvent;
+struct lua_State;
 class System;
 
 namespace Engine
@@ -48,6 +51,11 @@ public:
     void BroadcastEvent(Event* event);
     // The same with an explicit name.
     void BroadcastEvent(std::string_view name, Event* event);
+    // Script form manager:BroadcastEvent(name, event); a nil event sends nothing.
+    void ScriptBroadcastEvent(const std::string& name, ScriptEvent* event);
+    // Script form manager:RegisterEvent(object, name [, functionName]): binds the Lua object's
+    // function (name .. "Event" when none is given) to the event on the global table.
+    int RegisterEvent(lua_State* L);
 
     // Engine systems in update order; not owned.
     std::vector<System*> m_Systems;

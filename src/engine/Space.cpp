@@ -11,6 +11,8 @@
 #include "Graphics_Engine/GraphicsSpace.h"
 #include "sound/SoundSpace.h"
 #include "utilities/Meta/Registration.h"
+#include "utilities/lua/EventBindLuaObject.h"
+#include "utilities/lua/ScriptEvent.h"
 
 META_REGISTER_NS(Engine, Space)
 {
@@ -27,6 +29,12 @@ META_REGISTER_NS(Engine, Space)
     METHOD(CreateObject);
     METHOD(GetGameObject);
     METHOD(DestroyAllGameObjects);
+    HELP("Binds a script object's function to an event of this space: (object, name [, functionName]).");
+    type.AddMethod(Meta::ScriptVisible(new Meta::MethodD_crosscall<int, Self>("RegisterEvent", &Self::RegisterEvent)));
+    HELP("Sends a script event by name on this space.");
+    METHOD_AS("BroadcastEvent", &Self::ScriptBroadcastEvent);
+    HELP("Sends a script event by name to one object of this space, by its id.");
+    METHOD_AS("BroadcastEventToObject", &Self::ScriptBroadcastEventToObject);
 }
 
 namespace Engine
@@ -199,5 +207,22 @@ void Space::BroadcastEventToObject(std::string_view name, Event* event, GameObje
 {
     if (GameObject* object = GetGameObject(id))
         m_Events.DispatchToObject(object, name, event);
+}
+
+int Space::RegisterEvent(lua_State* L)
+{
+    return RegisterLuaEventFromScript(m_Events, L);
+}
+
+void Space::ScriptBroadcastEvent(const std::string& name, ScriptEvent* event)
+{
+    if (event)
+        BroadcastEvent(name, event);
+}
+
+void Space::ScriptBroadcastEventToObject(const std::string& name, ScriptEvent* event, GameObjectId id)
+{
+    if (event)
+        BroadcastEventToObject(name, event, id);
 }
 }

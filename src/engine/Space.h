@@ -19,7 +19,9 @@
 #include <unordered_map>
 #include <vector>
 
+class ScriptEvent;
 class System;
+struct lua_State;
 namespace Meta
 {
 class Data;
@@ -87,6 +89,14 @@ public:
     void BroadcastEvent(std::string_view name, Event* event);
     // Sends an event by name to the components of one object; nothing if the id doesn't resolve.
     void BroadcastEventToObject(std::string_view name, Event* event, GameObjectId id);
+
+    // Script form space:RegisterEvent(object, name [, functionName]): binds the Lua object's function
+    // (name .. "Event" when none is given) to the event on this space's table.
+    int RegisterEvent(lua_State* L);
+    // Script form space:BroadcastEvent(name, event); a nil event sends nothing.
+    void ScriptBroadcastEvent(const std::string& name, ScriptEvent* event);
+    // Script form space:BroadcastEventToObject(name, event, id); nothing if the id doesn't resolve.
+    void ScriptBroadcastEventToObject(const std::string& name, ScriptEvent* event, GameObjectId id);
 
     // The space's name: "Level", "HUD" or "Menu".
     const char* GetName() const { return kSpaceNames[m_Index]; }

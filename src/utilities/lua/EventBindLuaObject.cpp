@@ -82,3 +82,16 @@ void RegisterLuaEvent(Engine::EventManager& table, lua_State* L, int index, cons
     }
     table.AddBind(Engine::HashName(name), listener, new EventBindLuaObject(L, index, function));
 }
+
+int RegisterLuaEventFromScript(Engine::EventManager& table, lua_State* L)
+{
+    const int type = lua_type(L, 2);
+    const bool objectFits = type == LUA_TTABLE || type == LUA_TUSERDATA;
+    const bool functionFits = lua_isnoneornil(L, 4) || lua_type(L, 4) == LUA_TSTRING;
+    if (!objectFits || lua_type(L, 3) != LUA_TSTRING || !functionFits)
+        return luaL_error(L, "RegisterEvent expects (object, eventName [, functionName])");
+    const std::string name = lua_tostring(L, 3);
+    const std::string function = lua_isnoneornil(L, 4) ? name + "Event" : std::string(lua_tostring(L, 4));
+    RegisterLuaEvent(table, L, 2, name, function);
+    return 0;
+}

@@ -64,3 +64,7 @@ private:
 // The listener is the object itself: a second registration of the same object adds a second bind.
 void RegisterLuaEvent(Engine::EventManager& table, lua_State* L, int index, const std::string& name,
                       const std::string& function);
+
+// The script form owner:RegisterEvent(object, name [, functionName]) on `table`, read from L's stack
+// (the owner at 1). Wrong arguments raise a Lua error that says the form; returns 0 results.
+int RegisterLuaEventFromScript(Engine::EventManager& table, lua_State* L);
