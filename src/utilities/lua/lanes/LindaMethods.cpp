@@ -93,6 +93,30 @@ bool CopyToKeeper(lua_State* L, int first, lua_State* K, std::string* error)
     return true;
 }
 
+// Copies the values behind the key at `key` of L into the linda's slot of that key, under the
+// keeper's lock: appended to the queue, or in place of what it held when `replace`. False, with
+// the reason in *error, when a value cannot cross.
+bool Store(lua_State* L, Linda* linda, int key, bool replace, std::string* error)
+{
+    Universe& U = Universe::Process();
+    KeeperLock lock(U);
+    lua_State* K = U.Keeper();
+    const int base = lua_gettop(K);
+    U.PushLindaSlots(linda);
+    PushKey(L, key, K);
+    PushQueue(K, base + 1, true);
+    const int before = lua_gettop(K);
+    const bool stored = CopyToKeeper(L, key + 1, K, error);
+    if (stored)
+    {
+        if (replace)
+            QueueClear(K, base + 2);
+        QueuePush(K, base + 2, lua_gettop(K) - before);
+    }
+    lua_settop(K, base);
+    return stored;
+}
+
 int Send(lua_State* L)
 {
     Linda* linda = Enter(L, "linda:send");
@@ -107,23 +131,8 @@ int Send(lua_State* L)
             return luaL_error(L, "linda:send: nil cannot be sent (value %d)", i - key);
     CheckCancel(L);
 
-    Universe& U = Universe::Process();
     std::string error;
-    bool sent = false;
-    {
-        KeeperLock lock(U);
-        lua_State* K = U.Keeper();
-        int base = lua_gettop(K);
-        U.PushLindaSlots(linda);
-        PushKey(L, key, K);
-        PushQueue(K, base + 1, true);
-        int before = lua_gettop(K);
-        sent = CopyToKeeper(L, key + 1, K, &error);
-        if (sent)
-            QueuePush(K, base + 2, lua_gettop(K) - before);
-        lua_settop(K, base);
-    }
-    if (!sent)
+    if (!Store(L, linda, key, false, &error))
         return luaL_error(L, "linda:send: %s", error.c_str());
     linda->Changed().notify_all();
     lua_pushboolean(L, 1);
@@ -219,26 +228,8 @@ int Set(lua_State* L)
             return luaL_error(L, "linda:set: nil cannot be stored (value %d)", i - 2);
     CheckCancel(L);
 
-    Universe& U = Universe::Process();
     std::string error;
-    bool stored = false;
-    {
-        KeeperLock lock(U);
-        lua_State* K = U.Keeper();
-        int base = lua_gettop(K);
-        U.PushLindaSlots(linda);
-        PushKey(L, 2, K);
-        PushQueue(K, base + 1, true);
-        int before = lua_gettop(K);
-        stored = CopyToKeeper(L, 3, K, &error);
-        if (stored)
-        {
-            QueueClear(K, base + 2);
-            QueuePush(K, base + 2, lua_gettop(K) - before);
-        }
-        lua_settop(K, base);
-    }
-    if (!stored)
+    if (!Store(L, linda, 2, true, &error))
         return luaL_error(L, "linda:set: %s", error.c_str());
     linda->Changed().notify_all();
     return 0;
