@@ -4,6 +4,8 @@
 #include "engine/Log.h"
 #include "engine/Space.h"
 #include "utilities/Meta/Registration.h"
+#include "utilities/lua/LuaSystem.h"
+#include "utilities/lua/luabridge/Binders.h"
 
 #include <atomic>
 #include <unordered_set>
@@ -19,6 +21,8 @@ META_REGISTER(GameObject)
     METHOD(GetName);
     METHOD(SetName);
     METHOD(GetArchetype);
+    HELP("Lets objects name a script component: (name, type) adds the property obj.name.");
+    METHOD(RegisterLuaComponentName);
     METHOD(AddComponent);
     METHOD(AddComponentUninitialized);
     METHOD(RemoveComponent);
@@ -37,6 +41,21 @@ public:
     Meta::Any Get(const void* object) const override
     {
         return Meta::AnyRef(static_cast<const GameObject*>(object)->GetComponent(m_Type), m_Type);
+    }
+    void Set(void*, const void*) const override { FATAL_ERROR(ReadonlyMessage()); }
+};
+
+// A read-only property named after a script component: the object's component of that name, or null.
+class ScriptComponentProperty final : public Meta::ReadOnlyProperty
+{
+public:
+    ScriptComponentProperty(const std::string& name, Meta::Data* type, Meta::Data* owner)
+        : ReadOnlyProperty(name, type, owner)
+    {
+    }
+    Meta::Any Get(const void* object) const override
+    {
+        return Meta::AnyRef(static_cast<const GameObject*>(object)->GetComponent(m_Name), m_Type);
     }
     void Set(void*, const void*) const override { FATAL_ERROR(ReadonlyMessage()); }
 };
@@ -87,6 +106,18 @@ void GameObject::RegisterComponentProperties()
         property->m_Script = true;
         type->AddProperty(property);
     }
+}
+
+void GameObject::RegisterLuaComponentName(const std::string& name, Meta::Data* type)
+{
+    Meta::Data* self = Meta::Get<GameObject>();
+    if (name.empty() || !type || self->m_Properties.Find(name))
+        return;
+    auto* property = new ScriptComponentProperty(name, type, self);
+    property->m_Script = true;
+    self->AddProperty(property);
+    for (LuaSystem* system : LuaSystem::OpenSystems())
+        luabridge::BindLateProperty(system->m_State, *self, *property);
 }
 
 GameObjectId GameObject::NextId()

@@ -37,6 +37,10 @@ public:
     // Adds to GameObject one read-only property per component type, named after it; run once
     // registration is complete (again after new component types appear).
     static void RegisterComponentProperties();
+    // Lets objects name the script component `name`, of registry type `type`: adds the read-only
+    // property `name` to GameObject (bound at once in every open Lua state), which gives the
+    // object's component of that name or nil. A name GameObject already has is left as it is.
+    static void RegisterLuaComponentName(const std::string& name, Meta::Data* type);
     // True while `object` points at a GameObject that hasn't been deleted.
     static bool IsAlive(const GameObject* object);
 

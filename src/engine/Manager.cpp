@@ -19,8 +19,10 @@
 META_REGISTER_NS(Engine, Manager)
 {
     DESCRIPTION("Runs the engine systems frame by frame and holds the global event table.");
+    HELP("The one manager.");
+    METHOD(Get);
     METHOD(EndGame);
-    HELP("Binds a script object's function to an event of the global table: (object, name [, functionName]).");
+    HELP("Binds a function of the calling script, (name [, functionName]), or of a script object, (object, name [, functionName]), to an event of the global table.");
     type.AddMethod(Meta::ScriptVisible(new Meta::MethodD_crosscall<int, Self>("RegisterEvent", &Self::RegisterEvent)));
     HELP("Sends a script event by name on the global table, then on every space that isn't paused.");
     METHOD_AS("BroadcastEvent", &Self::ScriptBroadcastEvent);

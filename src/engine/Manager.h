@@ -53,8 +53,8 @@ public:
     void BroadcastEvent(std::string_view name, Event* event);
     // Script form manager:BroadcastEvent(name, event); a nil event sends nothing.
     void ScriptBroadcastEvent(const std::string& name, ScriptEvent* event);
-    // Script form manager:RegisterEvent(object, name [, functionName]): binds the Lua object's
-    // function (name .. "Event" when none is given) to the event on the global table.
+    // Script forms manager:RegisterEvent(name [, functionName]), for the calling script, and
+    // manager:RegisterEvent(object, name [, functionName]), on the global table.
     int RegisterEvent(lua_State* L);
 
     // Engine systems in update order; not owned.

@@ -1,12 +1,34 @@
 #include "engine/Settings.h"
 
 #include "engine/Files.h"
+#include "engine/SettingsHelper.h"
+#include "utilities/lua/LuaSystem.h"
+#include "utilities/lua/luabridge/Binders.h"
 #include "utilities/Meta/Registration.h"
 #include "utilities/Serialization/Serializer.h"
 
 META_REGISTER(Settings)
 {
     DESCRIPTION("The user's settings, saved in Settings.txt in the application data folder.");
+    HELP("The number of settings.");
+    METHOD_AS("Count", &SettingsHelper::Count);
+    HELP("The setting of an index, from 0 in the order they were added.");
+    METHOD_AS("GetEntry", &SettingsHelper::GetEntry);
+    HELP("The setting of a name.");
+    METHOD_AS("Find", &SettingsHelper::Find);
+}
+
+void Settings::AddProperty(Meta::Property* property)
+{
+    Meta::Data* type = Meta::Get<Settings>();
+    if (type->m_Properties.Find(property->m_Name))
+    {
+        delete property;
+        return;
+    }
+    type->AddProperty(property);
+    for (LuaSystem* system : LuaSystem::OpenSystems())
+        luabridge::BindLateProperty(system->m_State, *type, *property);
 }
 
 Settings& Settings::Get()

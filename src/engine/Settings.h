@@ -33,7 +33,7 @@ public:
     {
         auto* property = new Meta::Property_static_class<T, T>(name, Meta::Get<Settings>(), getter, setter);
         property->m_Serialize = property->m_Script = true;
-        Meta::Get<Settings>()->AddProperty(property);
+        AddProperty(property);
     }
 
     // Reads "Settings.txt" if there is one; unknown names are skipped.
@@ -45,4 +45,6 @@ public:
 
 private:
     Settings() = default;
+    // Files a new setting and binds it in every open Lua state; a name already there keeps the first.
+    static void AddProperty(Meta::Property* property);
 };

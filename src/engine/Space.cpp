@@ -29,12 +29,14 @@ META_REGISTER_NS(Engine, Space)
     METHOD(CreateObject);
     METHOD(GetGameObject);
     METHOD(DestroyAllGameObjects);
-    HELP("Binds a script object's function to an event of this space: (object, name [, functionName]).");
+    HELP("Binds a function of the calling script, (name [, functionName]), or of a script object, (object, name [, functionName]), to an event of this space.");
     type.AddMethod(Meta::ScriptVisible(new Meta::MethodD_crosscall<int, Self>("RegisterEvent", &Self::RegisterEvent)));
-    HELP("Sends a script event by name on this space.");
-    METHOD_AS("BroadcastEvent", &Self::ScriptBroadcastEvent);
-    HELP("Sends a script event by name to one object of this space, by its id.");
-    METHOD_AS("BroadcastEventToObject", &Self::ScriptBroadcastEventToObject);
+    HELP("Sends a script event on this space: (event) under its own name, or (name, event).");
+    OVERLOAD_AS("BroadcastEvent", 0, &Self::ScriptBroadcastEvent);
+    OVERLOAD_AS("BroadcastEvent", 1, &Self::ScriptBroadcastOwnEvent);
+    HELP("Sends a script event to one object of this space by its id: (event, id) under the event's own name, or (name, event, id).");
+    OVERLOAD_AS("BroadcastEventToObject", 0, &Self::ScriptBroadcastEventToObject);
+    OVERLOAD_AS("BroadcastEventToObject", 1, &Self::ScriptBroadcastOwnEventToObject);
 }
 
 namespace Engine
@@ -218,6 +220,18 @@ void Space::ScriptBroadcastEvent(const std::string& name, ScriptEvent* event)
 {
     if (event)
         BroadcastEvent(name, event);
+}
+
+void Space::ScriptBroadcastOwnEvent(ScriptEvent* event)
+{
+    if (event)
+        BroadcastEvent(event->GetName(), event);
+}
+
+void Space::ScriptBroadcastOwnEventToObject(ScriptEvent* event, GameObjectId id)
+{
+    if (event)
+        BroadcastEventToObject(event->GetName(), event, id);
 }
 
 void Space::ScriptBroadcastEventToObject(const std::string& name, ScriptEvent* event, GameObjectId id)

@@ -90,11 +90,16 @@ public:
     // Sends an event by name to the components of one object; nothing if the id doesn't resolve.
     void BroadcastEventToObject(std::string_view name, Event* event, GameObjectId id);
 
-    // Script form space:RegisterEvent(object, name [, functionName]): binds the Lua object's function
-    // (name .. "Event" when none is given) to the event on this space's table.
+    // Script forms space:RegisterEvent(name [, functionName]), for the calling script, and
+    // space:RegisterEvent(object, name [, functionName]): binds the function (name .. "Event" when
+    // none is given) to the event on this space's table.
     int RegisterEvent(lua_State* L);
     // Script form space:BroadcastEvent(name, event); a nil event sends nothing.
     void ScriptBroadcastEvent(const std::string& name, ScriptEvent* event);
+    // Script form space:BroadcastEvent(event), under the event's own name; a nil event sends nothing.
+    void ScriptBroadcastOwnEvent(ScriptEvent* event);
+    // Script form space:BroadcastEventToObject(event, id), under the event's own name.
+    void ScriptBroadcastOwnEventToObject(ScriptEvent* event, GameObjectId id);
     // Script form space:BroadcastEventToObject(name, event, id); nothing if the id doesn't resolve.
     void ScriptBroadcastEventToObject(const std::string& name, ScriptEvent* event, GameObjectId id);
 

@@ -8,6 +8,10 @@ META_REGISTER_NS(Engine, SpaceManager)
     DERIVE(System);
     DESCRIPTION("Owns the three spaces and updates them in order.");
     METHOD(PrintAllGameObjects);
+    HELP("The one space manager.");
+    METHOD(Get);
+    HELP("The space of an index (Space.Level, Space.HUD, Space.Menu); nil for any other.");
+    METHOD(GetSpace);
 }
 
 namespace Engine

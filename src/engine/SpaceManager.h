@@ -21,8 +21,8 @@ public:
     void Update(float dt) override;
     Meta::Data* GetMeta() const override;
 
-    // The space with this index (0, 1, 2).
-    Space* GetSpace(unsigned index) const { return m_Spaces[index]; }
+    // The space with this index (0, 1, 2); null for any other.
+    Space* GetSpace(unsigned index) const { return index < m_Spaces.size() ? m_Spaces[index] : nullptr; }
     // Logs every object of every space.
     void PrintAllGameObjects() const;
 

@@ -190,6 +190,9 @@ inline Method* ScriptVisible(Method* method)
 // One form of an overloaded method: OVERLOAD(RegisterEvent, 0, void (Self::*)(const std::string&)).
 #define OVERLOAD(name, id, signature) \
     type.AddOverload(Meta::ScriptVisible(Meta::MakeOverload<id>(#name, static_cast<signature>(&Self::name))))
+// One form of an overloaded method under another script name: OVERLOAD_AS("Send", 1, &Self::SendAll).
+#define OVERLOAD_AS(scriptName, id, function) \
+    type.AddOverload(Meta::ScriptVisible(Meta::MakeOverload<id>(scriptName, function)))
 
 namespace Meta
 {

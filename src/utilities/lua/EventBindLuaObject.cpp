@@ -1,6 +1,7 @@
 #include "utilities/lua/EventBindLuaObject.h"
 
 #include "engine/Event.h"
+#include "utilities/lua/LuaScript.h"
 #include "utilities/lua/LuaSystem.h"
 #include "utilities/lua/luabridge/Stack.h"
 
@@ -15,6 +16,12 @@ LuaEventHandler::LuaEventHandler(lua_State* L, int index, std::string name)
     object = luaL_ref(L, LUA_REGISTRYINDEX);
 }
 
+LuaEventHandler::LuaEventHandler(LuaScript& owner, std::string name)
+    : state(LuaStateHandle::Of(owner.GetSystem().m_State)), system(&owner.GetSystem()), script(owner.GetId()),
+      function(std::move(name))
+{
+}
+
 LuaEventHandler::~LuaEventHandler()
 {
     if (object != LUA_NOREF && object != LUA_REFNIL && state.IsOpen())
@@ -25,6 +32,13 @@ void LuaEventHandler::Call(Event* event) const
 {
     if (!state.IsOpen())
         return;
+    if (script != 0)
+    {
+        LuaScript* owner = system ? system->FindScript(script) : nullptr;
+        if (owner && event)
+            event->CallLua(*owner, function);
+        return;
+    }
     lua_State* L = state.state;
     const int top = lua_gettop(L);
     lua_rawgeti(L, LUA_REGISTRYINDEX, object);
@@ -57,6 +71,11 @@ EventBindLuaObject::EventBindLuaObject(lua_State* L, int index, std::string func
 {
 }
 
+EventBindLuaObject::EventBindLuaObject(LuaScript& script, std::string function)
+    : m_Handler(std::make_shared<LuaEventHandler>(script, std::move(function)))
+{
+}
+
 void EventBindLuaObject::Invoke(Event* event)
 {
     // The handler may remove this bind: keep what the call needs alive on the stack.
@@ -83,13 +102,34 @@ void RegisterLuaEvent(Engine::EventManager& table, lua_State* L, int index, cons
     table.AddBind(Engine::HashName(name), listener, new EventBindLuaObject(L, index, function));
 }
 
+void RegisterLuaScriptEvent(Engine::EventManager& table, LuaScript& script, lua_State* L, int environment,
+                            const std::string& name, const std::string& function)
+{
+    // Looked up once, now: a handler defined after the registration stays unknown to this bind.
+    script.CacheFunction(function, L, environment);
+    table.AddBind(Engine::HashName(name), script.GetListener(), new EventBindLuaObject(script, function));
+}
+
 int RegisterLuaEventFromScript(Engine::EventManager& table, lua_State* L)
 {
+    const char* forms = "RegisterEvent expects (eventName [, functionName]) or (object, eventName [, functionName])";
     const int type = lua_type(L, 2);
+    if (type == LUA_TSTRING)
+    {
+        if (!lua_isnoneornil(L, 3) && lua_type(L, 3) != LUA_TSTRING)
+            return luaL_error(L, "%s", forms);
+        const std::string name = lua_tostring(L, 2);
+        const std::string function = lua_isnoneornil(L, 3) ? name + "Event" : std::string(lua_tostring(L, 3));
+        LuaScript* script = LuaScript::FromCaller(L);
+        if (!script)
+            return luaL_error(L, "RegisterEvent(\"%s\") must be called from a script's own function", name.c_str());
+        RegisterLuaScriptEvent(table, *script, L, lua_gettop(L), name, function);
+        return 0;
+    }
     const bool objectFits = type == LUA_TTABLE || type == LUA_TUSERDATA;
     const bool functionFits = lua_isnoneornil(L, 4) || lua_type(L, 4) == LUA_TSTRING;
     if (!objectFits || lua_type(L, 3) != LUA_TSTRING || !functionFits)
-        return luaL_error(L, "RegisterEvent expects (object, eventName [, functionName])");
+        return luaL_error(L, "%s", forms);
     const std::string name = lua_tostring(L, 3);
     const std::string function = lua_isnoneornil(L, 4) ? name + "Event" : std::string(lua_tostring(L, 4));
     RegisterLuaEvent(table, L, 2, name, function);

@@ -5,15 +5,23 @@
 
 #include <lua.hpp>
 
+namespace
+{
+// Address used as the key of the script's id in its environments; no script can name it.
+const char kScriptIdKey = 0;
+}
+
 LuaScript::LuaScript(const std::string& path, SetupEnvironment setupEnvironment, LuaSystem* system)
     : m_SetupEnvironment(std::move(setupEnvironment)), m_System(system ? *system : LuaSystem::Get())
 {
+    m_Id = m_System.AddLiveScript(this);
     m_Index = m_System.LoadScript(path);
     m_System.GetScript(m_Index).AddListener(this, [this] { Reload(); });
 }
 
 LuaScript::~LuaScript()
 {
+    m_System.RemoveLiveScript(m_Id);
     ScriptFile& file = m_System.GetScript(m_Index);
     // Index 0 is "Global.lua", whose listener stays by design; it is muted, so a later change of the
     // file never reaches this object.
@@ -41,6 +49,9 @@ void LuaScript::Run()
     lua_pushvalue(L, LUA_GLOBALSINDEX);
     lua_setfield(L, -2, "__index");
     lua_setmetatable(L, -2);
+    lua_pushlightuserdata(L, const_cast<char*>(&kScriptIdKey));
+    lua_pushnumber(L, static_cast<lua_Number>(m_Id));
+    lua_rawset(L, -3);
     if (m_SetupEnvironment)
     {
         m_SetupEnvironment(L);
@@ -77,6 +88,57 @@ int LuaScript::CacheFunction(const std::string& name)
         }
     m_Functions.push_back({name, ref});
     return ref;
+}
+
+int LuaScript::CacheFunction(const std::string& name, lua_State* L, int environment)
+{
+    lua_State* main = m_System.m_State;
+    if (!LuaSystem::SameUniverse(L, main))
+        return -1;
+    if (environment < 0 && environment > LUA_REGISTRYINDEX)
+        environment = lua_gettop(L) + environment + 1;  // stays put while the name is pushed
+    lua_pushlstring(L, name.data(), name.size());
+    lua_gettable(L, environment);
+    const int ref = luaL_ref(L, LUA_REGISTRYINDEX);
+    for (Function& function : m_Functions)
+        if (function.name == name)
+        {
+            luaL_unref(main, LUA_REGISTRYINDEX, function.ref);
+            function.ref = ref;
+            return ref;
+        }
+    m_Functions.push_back({name, ref});
+    return ref;
+}
+
+LuaScript* LuaScript::FromCaller(lua_State* L, int level)
+{
+    lua_Debug frame;
+    if (!lua_getstack(L, level, &frame) || !lua_getinfo(L, "f", &frame))
+        return nullptr;
+    if (lua_iscfunction(L, -1))
+    {
+        lua_pop(L, 1);
+        return nullptr;
+    }
+    lua_getfenv(L, -1);
+    lua_remove(L, -2);
+    LuaScript* script = nullptr;
+    if (lua_istable(L, -1))
+    {
+        lua_pushlightuserdata(L, const_cast<char*>(&kScriptIdKey));
+        lua_rawget(L, -2);
+        if (lua_type(L, -1) == LUA_TNUMBER)
+        {
+            LuaSystem* system = LuaSystem::FindOwner(L);
+            if (system)
+                script = system->FindScript(static_cast<std::uint64_t>(lua_tonumber(L, -1)));
+        }
+        lua_pop(L, 1);
+    }
+    if (!script)
+        lua_pop(L, 1);
+    return script;
 }
 
 int LuaScript::FindFunction(std::string_view name) const

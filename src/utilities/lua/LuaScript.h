@@ -17,8 +17,14 @@
 //
 // Run caches nothing by itself, and CacheFunction reads the environment of the
 // chunk's latest run, so cache right after Run.
+//
+// Every environment a script makes carries the script's id under a key scripts
+// can't name, so a native function called from a script's own function finds
+// that script (FromCaller): `space:RegisterEvent("Hit")` binds the calling
+// script's HitEvent this way.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -64,6 +70,9 @@ public:
     // Looks `name` up in the environment of the chunk's latest run and keeps a reference to it;
     // gives the reference, -1 when it is nil.
     int CacheFunction(const std::string& name);
+    // Looks `name` up in the environment table at `environment` of L (the main state or a thread of
+    // it) and caches it as CacheFunction does; gives the reference, -1 when it is nil.
+    int CacheFunction(const std::string& name, lua_State* L, int environment);
     // The cached reference of `name`; -1 when it was not cached or was nil.
     int FindFunction(std::string_view name) const;
     // Sets variable `name` to the value at stack index 3 of `L`, which is moved to the main state;
@@ -73,6 +82,17 @@ public:
     bool GetVariable(lua_State* L, std::string_view name) const;
     // Runs the chunk again, forgets the variables, calls m_OnReload; the file's listener.
     void Reload();
+
+    // The script whose environment the Lua function at call level `level` of L runs in (1: the caller
+    // of the running C function), pushing that environment; null, with nothing pushed, when the
+    // function is native or its environment belongs to no living script.
+    static LuaScript* FromCaller(lua_State* L, int level = 1);
+    // The system that runs this script.
+    LuaSystem& GetSystem() const { return m_System; }
+    // The id that names this script in its environments and in LuaSystem::FindScript.
+    std::uint64_t GetId() const { return m_Id; }
+    // Who listens for the events this script registers for: the owner when set, else the script.
+    void* GetListener() { return m_Listener ? m_Listener : this; }
 
     // Functions cached by name.
     std::vector<Function> m_Functions;
@@ -84,9 +104,14 @@ public:
     int m_Index = -1;
     // May be empty; called after a reload has re-run the chunk.
     std::function<void()> m_OnReload;
+    // The object that owns the script (a component, a state); null for none. Event binds the script
+    // makes are filed under it, so that the owner's UnregisterAll removes them.
+    void* m_Listener = nullptr;
 
 private:
     void ReleaseVariables();
 
     LuaSystem& m_System;
+    // Unique for the life of the system; never reused.
+    std::uint64_t m_Id = 0;
 };

@@ -93,10 +93,25 @@ bool LuaSystem::SameUniverse(lua_State* a, lua_State* b)
     return a == b || lua_topointer(a, LUA_REGISTRYINDEX) == lua_topointer(b, LUA_REGISTRYINDEX);
 }
 
+namespace
+{
+std::vector<LuaSystem*>& OpenList()
+{
+    static auto* open = new std::vector<LuaSystem*>();
+    return *open;
+}
+}
+
+const std::vector<LuaSystem*>& LuaSystem::OpenSystems()
+{
+    return OpenList();
+}
+
 LuaSystem::LuaSystem()
 {
     // 1. The state.
     m_State = luaL_newstate();
+    OpenList().push_back(this);
     LuaStateHandle::Opened(m_State);
     m_Ref = {m_State, -1};
     lua_pushlightuserdata(m_State, this);
@@ -146,6 +161,7 @@ void LuaSystem::Shutdown()
         m_EventQueue.clear();
     }
     LuaStateHandle::Closed(m_State);
+    std::erase(OpenList(), this);
     lua_close(m_State);
     m_State = nullptr;
     m_Coroutines.clear();
@@ -157,6 +173,24 @@ void LuaSystem::Update(float)
 {
     DeliverQueuedEvents();
     lua_gc(m_State, LUA_GCSTEP, kCollectorStep);
+}
+
+std::uint64_t LuaSystem::AddLiveScript(LuaScript* script)
+{
+    const std::uint64_t id = m_NextScriptId++;
+    m_LiveScripts[id] = script;
+    return id;
+}
+
+void LuaSystem::RemoveLiveScript(std::uint64_t id)
+{
+    m_LiveScripts.erase(id);
+}
+
+LuaScript* LuaSystem::FindScript(std::uint64_t id) const
+{
+    const auto found = m_LiveScripts.find(id);
+    return found == m_LiveScripts.end() ? nullptr : found->second;
 }
 
 void LuaSystem::QueueEvent(std::shared_ptr<LuaEventHandler> handler, Event* event)

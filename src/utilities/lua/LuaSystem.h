@@ -17,6 +17,7 @@
 
 #include "engine/System.h"
 
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -28,6 +29,7 @@ class Coroutine;
 class Event;
 struct LuaEventHandler;
 class LuaComponent;
+class LuaScript;
 class ScriptFile;
 
 // A thread pool for scripts; nothing in the engine makes one, so LuaSystem's pointer stays null.
@@ -54,6 +56,8 @@ public:
     // The LuaSystem whose state `L` is (or is a thread of); null for a state of no LuaSystem.
     static LuaSystem* FindOwner(lua_State* L);
 
+    // Every LuaSystem whose state is open, in the order they were made.
+    static const std::vector<LuaSystem*>& OpenSystems();
     // Makes the state with the standard libraries, the global functions and LuaFileSystem, the
     // collector stopped. Public so that tests can make a state of their own.
     LuaSystem();
@@ -84,6 +88,12 @@ public:
     void QueueEvent(std::shared_ptr<LuaEventHandler> handler, Event* event);
     // Delivers the queued events in the order they were posted; on the main thread.
     void DeliverQueuedEvents();
+    // Files a LuaScript among the living and gives it its id (counting up from 1, never reused).
+    std::uint64_t AddLiveScript(LuaScript* script);
+    // Takes a destroyed LuaScript off the living.
+    void RemoveLiveScript(std::uint64_t id);
+    // The living LuaScript of id `id`; null when it was destroyed or never was.
+    LuaScript* FindScript(std::uint64_t id) const;
     // Calls the function of registry reference `ref` with no arguments; reports an error. The stack
     // is left as it was.
     void CallRef(int ref);
@@ -128,6 +138,10 @@ public:
     std::mutex m_EventQueueMutex;
     // Deliveries posted by EventBindLuaObject::Queue, delivered in Update.
     std::vector<QueuedEvent> m_EventQueue;
+    // The LuaScripts alive now, by id.
+    std::unordered_map<std::uint64_t, LuaScript*> m_LiveScripts;
+    // The id the next LuaScript gets.
+    std::uint64_t m_NextScriptId = 1;
     // Prototypes of script components by script name.
     std::unordered_map<std::string, std::shared_ptr<LuaComponent>> m_ComponentPrototypes;
 };

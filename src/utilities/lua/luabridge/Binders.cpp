@@ -1,5 +1,6 @@
 #include "utilities/lua/luabridge/Binders.h"
 
+#include "utilities/Meta/ClassInfo.h"
 #include "utilities/Meta/EnumMeta.h"
 #include "utilities/Meta/Member.h"
 #include "utilities/Meta/Method.h"
@@ -329,5 +330,32 @@ void EnumLua::Bind(detail::Namespace& scope, Meta::Data& data,
     lua_pushlstring(L, data.m_Name.data(), data.m_Name.size());
     lua_pushvalue(L, table);
     lua_rawset(L, scope.Table());
+}
+}
+
+namespace luabridge
+{
+bool BindLateProperty(lua_State* L, Meta::Data& data, const Meta::Property& property)
+{
+    if (!data.m_Info)
+        return false;
+    const void* classKey = data.m_Info->GetLuaKey();
+    const int top = lua_gettop(L);
+    detail::RegistryGet(L, classKey);
+    const bool bound = lua_istable(L, -1);
+    lua_settop(L, top);
+    if (bound)
+    {
+        // The same four tables a bind opens: const, class, static metatable, static table.
+        detail::RegistryGet(L, detail::ConstKeyOf(classKey));
+        detail::RegistryGet(L, classKey);
+        detail::RegistryGet(L, detail::StaticKeyOf(classKey));
+        lua_getmetatable(L, -1);
+        lua_insert(L, -2);
+        ClassScope tables(L, data, top + 2, top + 1, top + 3);
+        property.RegisterLua(tables);
+    }
+    lua_settop(L, top);
+    return bound;
 }
 }

@@ -25,6 +25,7 @@
 namespace Meta
 {
 class Data;
+class Property;
 }
 
 namespace luabridge
@@ -72,6 +73,10 @@ void SetCallDispatcher(lua_State* L, Candidates* candidates);
 void BindClass(Namespace& scope, Meta::Data& data, const void* classKey, const void* parentKey,
                const std::vector<std::shared_ptr<ConstructorBinder>>& constructors, Candidates& candidates);
 }
+
+// Adds `property`, registered after `data` was bound, to `data`'s class in L; false (nothing done)
+// when the class is not bound in L: a later bind of the class takes the property with the rest.
+bool BindLateProperty(lua_State* L, Meta::Data& data, const Meta::Property& property);
 
 template <class T>
 class Class : public ClassBinder
