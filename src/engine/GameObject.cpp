@@ -5,6 +5,7 @@
 #include "engine/Space.h"
 #include "utilities/Meta/Registration.h"
 #include "utilities/lua/LuaSystem.h"
+#include "utilities/lua/components/LuaComponent.h"
 #include "utilities/lua/luabridge/Binders.h"
 
 #include <atomic>
@@ -186,7 +187,9 @@ void GameObject::Destroy()
 Component* GameObject::MakeComponent(const std::string& typeName)
 {
     const Meta::Data* type = Meta::FindData(typeName);
-    if (!type || !type->IsDerivedFrom(Meta::Get<Component>()))
+    if (!type || type == Meta::Get<LuaComponent>())
+        return LuaSystem::MakeScriptComponent(typeName);
+    if (!type->IsDerivedFrom(Meta::Get<Component>()))
         return nullptr;
     // Components derive from Component alone, so the instance and its base share an address.
     return static_cast<Component*>(type->New());
@@ -244,8 +247,11 @@ void GameObject::RemoveComponent(Component* component)
 
 Component* GameObject::GetComponent(const std::string& typeName) const
 {
-    const Meta::Data* type = Meta::FindData(typeName);
-    return type ? GetComponent(type) : nullptr;
+    // Script components go by their script's name, native ones by their type's.
+    for (Component* component : m_Components)
+        if (component->GetName() == typeName)
+            return component;
+    return nullptr;
 }
 
 Component* GameObject::GetComponent(const Meta::Data* type) const

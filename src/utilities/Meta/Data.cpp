@@ -80,6 +80,11 @@ void Data::Set(const std::string& name, unsigned size, ClassInfo* info, bool isP
     table.inOrder.push_back(this);
 }
 
+unsigned TakeTypeId()
+{
+    return Table().nextId++;
+}
+
 void Data::AddParent(Data* parent)
 {
     if (parent == this)

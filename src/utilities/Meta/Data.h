@@ -132,6 +132,9 @@ Data* Get()
     return &data;
 }
 
+// Takes the next type id from the counter that registered types draw from, for a type made at
+// run time (a script component type).
+unsigned TakeTypeId();
 // The record registered under a name ("const X" finds X), or null.
 Data* FindData(std::string_view name);
 // Every registered type, in registration order.

@@ -216,7 +216,9 @@ void LuaSystem::Initialize()
     // now, order by order, then the callable class tables. Coroutines get their resume.
     luabridge::LuaBinding::Get().BindAll(m_State);
     BindCoroutineResume(m_State);
-    // 2. Script components and 3. game states are not built yet.
+    // 2. Every script of "LuaScripts/Components/" becomes a component type.
+    RegisterScriptComponents();
+    // 3. Game states are not built yet.
     // 6. The global script.
     RunGlobalScript();
     // 7. The closing script is loaded now and runs when the system is destroyed.

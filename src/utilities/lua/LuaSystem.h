@@ -88,6 +88,13 @@ public:
     void QueueEvent(std::shared_ptr<LuaEventHandler> handler, Event* event);
     // Delivers the queued events in the order they were posted; on the main thread.
     void DeliverQueuedEvents();
+    // Registers every script of "LuaScripts/Components/" as a component type with its prototype.
+    void RegisterScriptComponents();
+    // The prototype of script component type `name`, or null.
+    LuaComponent* FindComponentPrototype(const std::string& name) const;
+    // A new, uninitialized script component of type `name` cloned from the prototype of the newest
+    // open system that has one; null when none has.
+    static LuaComponent* MakeScriptComponent(const std::string& name);
     // Files a LuaScript among the living and gives it its id (counting up from 1, never reused).
     std::uint64_t AddLiveScript(LuaScript* script);
     // Takes a destroyed LuaScript off the living.

@@ -268,8 +268,10 @@ int InstanceNewIndex(lua_State* L)
             lua_pushvalue(L, 1);
             lua_pushvalue(L, 2);
             lua_pushvalue(L, 3);
-            lua_call(L, 3, 0);
-            return 0;
+            lua_call(L, 3, 1);
+            // A hook that gives false did not take the name: it is nobody's.
+            if (!lua_isboolean(L, -1) || lua_toboolean(L, -1))
+                return 0;
         }
     }
     return luaL_error(L, "no member named '%s'", lua_tostring(L, 2));
