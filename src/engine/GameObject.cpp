@@ -273,3 +273,13 @@ GameObject* GameObject::Clone() const
         clone->m_Components.push_back(component->Clone());
     return clone;
 }
+
+void GameObject::AppendComponent(Component* component)
+{
+    if (!component)
+        return;
+    m_Components.push_back(component);
+    component->m_Owner = this;
+    if (RunsInCurrentMode(component->GetMeta()))
+        component->Initialize();
+}

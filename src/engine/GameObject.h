@@ -57,6 +57,9 @@ public:
     Component* AddComponent(const std::string& typeName);
     // Makes a component by type name and appends it with its owner set; never initializes it.
     Component* AddComponentUninitialized(const std::string& typeName);
+    // Takes a made component (a clone, say), appends it with its owner set, and initializes it
+    // when components of its type run in the object's current mode; null is ignored.
+    void AppendComponent(Component* component);
     // Uninitializes (if needed), unbinds and deletes a component; null is ignored.
     void RemoveComponent(Component* component);
     // First component of exactly the named type, or null.
