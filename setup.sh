@@ -5,7 +5,8 @@
 #   ./setup.sh          build the game into build/
 #   ./setup.sh test     build the sanitized test configuration into build-test/
 #                       and run every test
-#   ./setup.sh tsan     build the threaded code (the lanes module and its tests)
+#   ./setup.sh tsan     build the threaded code (the lanes module and its tests, and
+#                       lanes writing script variables into the engine's Lua state)
 #                       with ThreadSanitizer into build-tsan/ and run those tests
 #   ./setup.sh fuzz [seconds] [text | cursor]
 #                       build the libFuzzer targets with clang into build-fuzz/
@@ -50,8 +51,8 @@ case "${1:-}" in
     ;;
   tsan)
     cmake -S . -B build-tsan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVORN_TSAN=ON -DVORN_BENCH=OFF >/dev/null
-    cmake --build build-tsan -j "$jobs" --target vorn_lanes_tests
-    ctest --test-dir build-tsan --output-on-failure -j "$jobs" --timeout 300 -R Lanes
+    cmake --build build-tsan -j "$jobs" --target vorn_lanes_tests vorn_lane_engine_tests
+    ctest --test-dir build-tsan --output-on-failure -j "$jobs" --timeout 300
     ;;
   fuzz)
     seconds="${2:-600}"

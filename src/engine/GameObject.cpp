@@ -187,10 +187,8 @@ void GameObject::Destroy()
 Component* GameObject::MakeComponent(const std::string& typeName)
 {
     const Meta::Data* type = Meta::FindData(typeName);
-    if (!type || type == Meta::Get<LuaComponent>())
+    if (!type || type == Meta::Get<LuaComponent>() || !type->IsDerivedFrom(Meta::Get<Component>()))
         return LuaSystem::MakeScriptComponent(typeName);
-    if (!type->IsDerivedFrom(Meta::Get<Component>()))
-        return nullptr;
     // Components derive from Component alone, so the instance and its base share an address.
     return static_cast<Component*>(type->New());
 }

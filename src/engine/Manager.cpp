@@ -54,6 +54,8 @@ void Manager::Initialize()
 void Manager::RunFrame()
 {
     const float dt = FrameRateController::Get().ClampDt();
+    // Lanes write into the main Lua state only between frames.
+    const auto luaLock = LuaSystem::Get().LockMainState();
     if (m_DebugScript)
     {
         const int debugUpdate = m_DebugScript->FindFunction("DebugUpdate");

@@ -109,6 +109,12 @@ public:
     // The lock that guards the main state against calls from other Lua universes (lanes); made by
     // Initialize, null before.
     std::recursive_mutex* GetMutex() const { return m_Mutex.get(); }
+    // Holds GetMutex while it lives (nothing before Initialize made it). The main thread holds it
+    // while it runs Lua, so that a lane's write into the main state never meets a main-thread use.
+    std::unique_lock<std::recursive_mutex> LockMainState() const
+    {
+        return m_Mutex ? std::unique_lock<std::recursive_mutex>(*m_Mutex) : std::unique_lock<std::recursive_mutex>();
+    }
 
     // Path of the global script, from the data directory.
     static constexpr const char* kGlobalScript = "LuaScripts/Globals/Global.lua";

@@ -26,14 +26,6 @@ META_REGISTER(LuaComponent)
 
 namespace
 {
-// The lock scripts of other Lua universes (lanes) take before they touch the main state; held by the
-// main thread while it runs this component's Lua. Empty before the system has made its mutex.
-std::unique_lock<std::recursive_mutex> LockState(const LuaSystem& system)
-{
-    std::recursive_mutex* mutex = system.GetMutex();
-    return mutex ? std::unique_lock<std::recursive_mutex>(*mutex) : std::unique_lock<std::recursive_mutex>();
-}
-
 // "RegisterFunction" of a component's environment: caches the named function on the component
 // whose script is being loaded.
 int RegisterFunction(lua_State* L)
@@ -77,7 +69,7 @@ void LuaComponent::SetupEnvironment(lua_State* L)
 void LuaComponent::OnScriptLoaded(bool alreadyRun)
 {
     LuaSystem& system = System();
-    const auto lock = LockState(system);
+    const auto lock = system.LockMainState();
     LuaComponent* previous = system.m_CurrentComponent;
     system.m_CurrentComponent = this;
     if (alreadyRun)
@@ -104,7 +96,7 @@ void LuaComponent::CallEntryPoint(std::string_view name)
     if (function == -1)
         return;
     LuaSystem& system = System();
-    const auto lock = LockState(system);
+    const auto lock = system.LockMainState();
     system.CallRef(function);
 }
 
@@ -168,7 +160,7 @@ int LuaComponent::CallFunction(lua_State* L, const std::string& name)
     if (function == -1)
         return 0;
     LuaSystem& system = System();
-    const auto lock = LockState(system);
+    const auto lock = system.LockMainState();
     const int top = lua_gettop(L);
     lua_rawgeti(L, LUA_REGISTRYINDEX, function);
     for (int argument = 2; argument <= top; ++argument)
@@ -193,7 +185,7 @@ int LuaComponent::GetProperty(lua_State* L, const std::string& name)
         return 1;
     }
     LuaSystem& system = System();
-    const auto lock = LockState(system);
+    const auto lock = system.LockMainState();
     lua_State* main = system.m_State;
     const int ref = property->ToLua(main, *value);
     lua_rawgeti(main, LUA_REGISTRYINDEX, ref);
@@ -219,7 +211,7 @@ int LuaComponent::SetProperty(lua_State* L, const std::string& name)
     }
     LuaSystem& system = System();
     lua_State* main = system.m_State;
-    auto lock = LockState(system);
+    auto lock = system.LockMainState();
     // The value comes to the main state as a copy; the caller's stack keeps its own.
     lua_pushvalue(L, -1);
     bool moved = true;
@@ -248,7 +240,7 @@ int LuaComponent::SetProperty(lua_State* L, const std::string& name)
 bool LuaComponent::CompareValues(const LuaProperty& property, Meta::Any& a, Meta::Any& b) const
 {
     LuaSystem& system = System();
-    const auto lock = LockState(system);
+    const auto lock = system.LockMainState();
     lua_State* L = system.m_State;
     const int top = lua_gettop(L);
     const int left = property.ToLua(L, a);

@@ -25,15 +25,18 @@ protected:
     {
         return m_Temp.Write("LuaScripts/Components/" + name + ".lua", text);
     }
-    // Copies the game's global script and starts the Lua system (binding, script types, globals).
-    void Start()
+    // Copies the game's global script and starts the Lua system (binding, script types, globals);
+    // what it prints is dropped unless `quiet` is false (for a caller that catches it itself).
+    void Start(bool quiet = true)
     {
         std::ifstream in(std::string(VORN_DATA_DIR) + "/LuaScripts/Globals/Global.lua");
         std::stringstream text;
         text << in.rdbuf();
         m_Temp.Write("LuaScripts/Globals/Global.lua", text.str());
         GameObject::RegisterComponentProperties();
-        StdoutCapture quiet;  // no closing script in the folder
+        if (!quiet)
+            return m_Lua.Initialize();
+        StdoutCapture dropped;  // no closing script in the folder
         m_Lua.Initialize();
     }
     // A new initialized object in the space with a Transform, as the Lua global `obj`.
