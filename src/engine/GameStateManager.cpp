@@ -1,27 +1,35 @@
 #include "engine/GameStateManager.h"
 
+#include "engine/Files.h"
 #include "engine/Log.h"
 #include "utilities/Meta/Registration.h"
+
+#include <algorithm>
 
 META_REGISTER(GameStateManager)
 {
     DERIVE(System);
+    DESCRIPTION("Runs the game states: the scripts of LuaScripts/GameStates/.");
+    PROPERTY_STATIC(Invalid, +[] { return GameStateManager::Invalid; }, nullptr, "Id of no valid state.");
+    PROPERTY_STATIC(Quit, +[] { return GameStateManager::Quit; }, nullptr, "Next state that ends the game.");
+    PROPERTY_STATIC(Restart, +[] { return GameStateManager::Restart; }, nullptr,
+                    "Next state that runs the current state again.");
+    PROPERTY_STATIC(Next, +[] { return GameStateManager::Get().GetNextStateId(); },
+                    +[](int id) { GameStateManager::Get().SetNext(id); },
+                    "Id of the next state; setting it to another id than the current one ends the current state.");
+    HELP("Picks the next state by name; an unknown name changes nothing.");
+    METHOD_AS("SetNextState", +[](const std::string& name) { GameStateManager::Get().SetNextState(name); });
+    HELP("Finds the scripts of LuaScripts/GameStates/ again.");
+    METHOD_AS("RegisterGameStates", +[] { GameStateManager::Get().RegisterGameStates(); });
+    HELP("Makes a state by name the one the game starts with.");
+    METHOD_AS("SetInitialState", +[](const std::string& name) { GameStateManager::Get().SetInitialState(name); });
+    HELP("The state of a name, or nil.");
+    METHOD_AS("GetGameState", +[](const std::string& name) { return GameStateManager::Get().GetGameState(name); });
+    HELP("The state in use, or nil.");
+    METHOD_AS("GetCurrentState", +[] { return GameStateManager::Get().GetCurrentState(); });
 }
 
-namespace
-{
-// The state that runs until script states exist: it does nothing.
-class BuiltInState final : public GameState
-{
-public:
-    std::string GetName() const override { return "BuiltIn"; }
-};
-}
-
-GameStateManager::GameStateManager()
-{
-    AddState(std::make_shared<BuiltInState>());
-}
+GameStateManager::GameStateManager() = default;
 
 GameStateManager& GameStateManager::Get()
 {
@@ -36,14 +44,42 @@ Meta::Data* GameStateManager::GetMeta() const
 
 int GameStateManager::AddState(std::shared_ptr<GameState> state)
 {
+    for (std::size_t i = 0; i < m_States.size(); ++i)
+        if (m_States[i]->GetName() == state->GetName())
+        {
+            state->m_Id = static_cast<int>(i);
+            if (m_Current == m_States[i])
+                m_Current = state;
+            if (m_Next == m_States[i])
+                m_Next = state;
+            m_States[i] = std::move(state);
+            return static_cast<int>(i);
+        }
+    state->m_Id = static_cast<int>(m_States.size());
     m_States.push_back(std::move(state));
     const int id = static_cast<int>(m_States.size()) - 1;
-    if (id == 0)
+    // Until a script picks the initial state, the first state there is stands as the current one.
+    if (id == 0 && !m_Current)
     {
         m_Current = m_Next = m_States[0];
         m_InitialState = m_PreviousState = m_CurrentState = m_NextState = 0;
     }
     return id;
+}
+
+void GameStateManager::RegisterGameStates(LuaSystem* system)
+{
+    const std::string folder = Util::GetDataDirectory() + "LuaScripts/GameStates/";
+    std::vector<std::string> listed;
+    std::vector<std::string> scripts;
+    Util::ListFiles(folder, listed, true);
+    Util::FilterByExtension(listed, ".lua", scripts);
+    for (const std::string& path : scripts)
+    {
+        std::string name = Util::GetFileName(path);
+        name = name.substr(0, name.rfind('.'));
+        AddState(std::make_shared<GameState>(name, path, system));
+    }
 }
 
 std::shared_ptr<GameState> GameStateManager::StateById(int id) const

@@ -1,38 +1,27 @@
 // GameStateManager: which game state runs, and the calls into it that the run
-// loop makes. A state is entered (loaded unless it is a restart, then
-// initialized), updated once a frame while the next state equals the current
-// one, and left (uninitialized, and unloaded unless it restarts).
+// loop makes. The states are the scripts of "LuaScripts/GameStates/", found by
+// RegisterGameStates (the Lua system's start-up calls it) and given ids in the
+// order found; the game's start script picks the first one:
 //
-// Setting the next state to Quit (-2) ends the game; Restart (-1) runs the
+//   GameStateManager.SetInitialState("TitleState")     -- in InitializeGame
+//   GameStateManager.SetNextState("GameplayState")     -- later, from any script
+//   GameStateManager.Next = GameStateManager.Quit      -- ends the game
+//
+// A state is entered (loaded unless it is a restart, then initialized), updated
+// once a frame while the next state equals the current one, and left
+// (uninitialized, and unloaded unless it restarts). Restart (-1) runs the
 // current state again without unloading it: after a restart the restarted
-// state is current again, by id and by object, as if it had never been left. Until script states exist, the
-// manager holds one built-in state that does nothing, which is current at start.
+// state is current again, by id and by object, as if it had never been left.
 #pragma once
 
+#include "engine/GameState.h"
 #include "engine/System.h"
 
 #include <memory>
 #include <string>
 #include <vector>
 
-// One state of the game, driven through its five entry points.
-class GameState
-{
-public:
-    virtual ~GameState() = default;
-    // The state is entered after another state.
-    virtual void Load() {}
-    // The state starts (also at a restart).
-    virtual void Initialize() {}
-    // One frame of dt seconds.
-    virtual void Update(float dt) {}
-    // The state ends (also at a restart).
-    virtual void Uninitialize() {}
-    // The state is left for another state.
-    virtual void Unload() {}
-    // The state's name.
-    virtual std::string GetName() const = 0;
-};
+class LuaSystem;
 
 class GameStateManager : public System
 {
@@ -51,8 +40,12 @@ public:
     void Update(float dt) override;
     Meta::Data* GetMeta() const override;
 
-    // Adds a state; its id is its index. The first state added is current at start.
+    // Adds a state, or replaces the state of the same name (which keeps its id); gives the id. The
+    // first state added is current (and initial) until SetInitialState picks one.
     int AddState(std::shared_ptr<GameState> state);
+    // Makes a state of every script of "LuaScripts/GameStates/" in the data directory, run by
+    // `system` (the program's when null); the scripts don't run yet.
+    void RegisterGameStates(LuaSystem* system = nullptr);
     // Picks the next state by name; an unknown name changes nothing.
     void SetNextState(const std::string& name);
     // Makes a state by name the initial, current and next state.
@@ -68,19 +61,19 @@ public:
     // The state with this name, or null.
     GameState* GetGameState(const std::string& name) const;
 
-    // Run loop: loads and initializes the current state; a restart makes the previous state
-    // current (and next) again, without loading it.
+    // Run loop: loads and initializes the current state ("Invalid game state!" when there is
+    // none); a restart makes the previous state current (and next) again, without loading it.
     void EnterState();
     // Run loop: uninitializes, and unloads unless the next state is Restart.
     void LeaveState();
     // Run loop: the current state becomes the previous one, the next state becomes current.
     void Advance();
 
-    int m_InitialState = 0;
+    int m_InitialState = Invalid;
     // The state that was current before the last Advance; a restart returns to it.
-    int m_PreviousState = 0;
-    int m_NextState = 0;
-    int m_CurrentState = 0;
+    int m_PreviousState = Invalid;
+    int m_NextState = Invalid;
+    int m_CurrentState = Invalid;
     // Every state, by id.
     std::vector<std::shared_ptr<GameState>> m_States;
     std::shared_ptr<GameState> m_Current;

@@ -1,6 +1,8 @@
 #include "engine/SpaceManager.h"
 
 #include "engine/Log.h"
+#include "engine/Space.h"
+#include "engine/System.h"
 #include "utilities/Meta/Registration.h"
 
 META_REGISTER_NS(Engine, SpaceManager)
@@ -37,6 +39,13 @@ SpaceManager& SpaceManager::Get()
 Meta::Data* SpaceManager::GetMeta() const
 {
     return Meta::Get<SpaceManager>();
+}
+
+void SpaceManager::Initialize()
+{
+    for (Space* space : m_Spaces)
+        for (System* system : space->m_Systems)
+            system->Initialize();
 }
 
 void SpaceManager::Update(float dt)

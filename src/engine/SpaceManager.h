@@ -19,6 +19,8 @@ public:
 
     // Updates each space in index order.
     void Update(float dt) override;
+    // Initializes the systems of each space, space by space in index order, each in update order.
+    void Initialize() override;
     Meta::Data* GetMeta() const override;
 
     // The space with this index (0, 1, 2); null for any other.

@@ -79,7 +79,7 @@ protected:
 
 TEST_F(GameEndToEndTest, HeadlessRunEndsAfterTheAskedFramesAndWritesTheLog)
 {
-    const GameRun run = RunGame("--frames=12 --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"");
+    const GameRun run = RunGame("--frames=12 --datadir=\"" VORN_TEST_DATA_DIR "/MinimalData\"");
     EXPECT_EQ(run.exitCode, 0) << run.output;
     ASSERT_TRUE(std::filesystem::exists(m_AppData / "GameLog.log")) << run.output;
     EXPECT_NE(ReadLog().find("Frames run: 12\n"), std::string::npos) << ReadLog();
@@ -87,7 +87,7 @@ TEST_F(GameEndToEndTest, HeadlessRunEndsAfterTheAskedFramesAndWritesTheLog)
 
 TEST_F(GameEndToEndTest, UnknownOptionIsPrintedAndTheGameRuns)
 {
-    const GameRun run = RunGame("--frames=03 --NoSuchThing=1 --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"");
+    const GameRun run = RunGame("--frames=03 --NoSuchThing=1 --datadir=\"" VORN_TEST_DATA_DIR "/MinimalData\"");
     EXPECT_EQ(run.exitCode, 0) << run.output;
     EXPECT_NE(run.output.find("Unknown command line arg: \"nosuchthing\""), std::string::npos) << run.output;
     EXPECT_NE(ReadLog().find("Frames run: 3\n"), std::string::npos) << ReadLog();
@@ -95,8 +95,10 @@ TEST_F(GameEndToEndTest, UnknownOptionIsPrintedAndTheGameRuns)
 
 TEST_F(GameEndToEndTest, MissingDataDirectoryIsReportedAndTheGameRunsOn)
 {
-    const GameRun run = RunGame("--frames=04 --datadir=/no/such/data/dir");
+    // Without data there is no game state either: that is reported too, and the frames run on.
+    const GameRun run = RunGame("--frames=04 --datadir=/no/such/data/dir", "ignore");
     EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_NE(run.output.find("Invalid game state!"), std::string::npos) << run.output;
     const std::string log = ReadLog();
     EXPECT_NE(log.find("Data directory not found: \"/no/such/data/dir/\""), std::string::npos) << log;
     EXPECT_NE(log.find("Frames run: 4\n"), std::string::npos) << log;
@@ -106,7 +108,7 @@ TEST_F(GameEndToEndTest, DataDirectoryWrittenWithBackslashesIsFound)
 {
     // The test data folder, relative to the game's working folder, spelt with '\\'.
     std::string relative =
-        std::filesystem::relative(VORN_TEST_DATA_DIR "/EmptyData", std::filesystem::path(VORN_GAME_PATH).parent_path())
+        std::filesystem::relative(VORN_TEST_DATA_DIR "/MinimalData", std::filesystem::path(VORN_GAME_PATH).parent_path())
             .string();
     std::replace(relative.begin(), relative.end(), '/', '\\');
     ASSERT_EQ(relative.rfind("..\\", 0), 0u) << relative;
@@ -115,14 +117,14 @@ TEST_F(GameEndToEndTest, DataDirectoryWrittenWithBackslashesIsFound)
     const std::string log = ReadLog();
     EXPECT_EQ(log.find("Data directory not found"), std::string::npos) << log;
 
-    const GameRun missing = RunGame("--frames=02 --datadir='..\\No\\Such'");
+    const GameRun missing = RunGame("--frames=02 --datadir='..\\No\\Such'", "ignore");
     EXPECT_EQ(missing.exitCode, 0) << missing.output;
     EXPECT_NE(ReadLog().find("Data directory not found: \"../No/Such/\""), std::string::npos) << ReadLog();
 }
 
 TEST_F(GameEndToEndTest, FirstRunWritesTheSettingsFileWithDefaults)
 {
-    const GameRun run = RunGame("--frames=02 --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"");
+    const GameRun run = RunGame("--frames=02 --datadir=\"" VORN_TEST_DATA_DIR "/MinimalData\"");
     EXPECT_EQ(run.exitCode, 0) << run.output;
     const std::string settings = ReadFile(m_AppData / "Settings.txt");
     EXPECT_NE(settings.find("  MusicVolume 0.4\n"), std::string::npos) << settings;
@@ -134,7 +136,7 @@ TEST_F(GameEndToEndTest, BrokenSettingsFileRunsWithDefaultsAndIsRewrittenWithout
     std::filesystem::create_directories(m_AppData);
     std::ofstream(m_AppData / "Settings.txt") << "{\n  Ghost 7\n  OldBlock\n  {\n    Size 3\n  }\n"
                                                  "  MusicVolume 0.25\n  EffectsVolume loud\n  MusicMute true\n}\n";
-    const GameRun run = RunGame("--frames=03 --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"", "ignore");
+    const GameRun run = RunGame("--frames=03 --datadir=\"" VORN_TEST_DATA_DIR "/MinimalData\"", "ignore");
     EXPECT_EQ(run.exitCode, 0) << run.output;
     EXPECT_NE(run.output.find("Failed to read member.  Make sure to define all members for the member.\nMember: "
                               "EffectsVolume"),
@@ -147,7 +149,7 @@ TEST_F(GameEndToEndTest, BrokenSettingsFileRunsWithDefaultsAndIsRewrittenWithout
 
 TEST_F(GameEndToEndTest, CrashWritesAReportThatNamesTheCrashingFunction)
 {
-    const GameRun run = RunGame("--CrashTest --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"");
+    const GameRun run = RunGame("--CrashTest --datadir=\"" VORN_TEST_DATA_DIR "/MinimalData\"");
     EXPECT_NE(run.exitCode, 0) << run.output;
     std::string report;
     for (const auto& entry : std::filesystem::directory_iterator(m_AppData / "MiniDumps"))
@@ -162,7 +164,7 @@ TEST_F(GameEndToEndTest, CrashWritesAReportThatNamesTheCrashingFunction)
 
 TEST_F(GameEndToEndTest, CrashFlushesTheLogWithANoteOfTheReport)
 {
-    const GameRun run = RunGame("--CrashTest --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"");
+    const GameRun run = RunGame("--CrashTest --datadir=\"" VORN_TEST_DATA_DIR "/MinimalData\"");
     EXPECT_NE(run.exitCode, 0) << run.output;
     const std::string log = ReadLog();
     EXPECT_NE(log.find("[Info] Crashing on purpose (--CrashTest)."), std::string::npos) << log;
@@ -174,7 +176,7 @@ TEST_F(GameEndToEndTest, CrashFlushesTheLogWithANoteOfTheReport)
 TEST_F(GameEndToEndTest, TwoThreadsCrashingAtOnceStillWriteOneCompleteReport)
 {
     // --frames ends a run whose crash never comes.
-    const GameRun run = RunGame("--frames=30 --CrashTest=TwoThreads --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"");
+    const GameRun run = RunGame("--frames=30 --CrashTest=TwoThreads --datadir=\"" VORN_TEST_DATA_DIR "/MinimalData\"");
     EXPECT_NE(run.exitCode, 0) << run.output;
     const std::vector<std::string> reports = ReadReports();
     ASSERT_EQ(reports.size(), 1u) << run.output;
@@ -188,7 +190,7 @@ TEST_F(GameEndToEndTest, StackOverflowOnAnEngineThreadStillWritesAReport)
 {
     // Without the sanitizer's own signal stacks, only the engine's can carry the report.
     const GameRun run =
-        RunGame("--frames=30 --CrashTest=ThreadStackOverflow --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"", "abort",
+        RunGame("--frames=30 --CrashTest=ThreadStackOverflow --datadir=\"" VORN_TEST_DATA_DIR "/MinimalData\"", "abort",
                 "ASAN_OPTIONS=\"${ASAN_OPTIONS:+$ASAN_OPTIONS:}use_sigaltstack=0\"");
     EXPECT_NE(run.exitCode, 0) << run.output;
     const std::vector<std::string> reports = ReadReports();
@@ -204,7 +206,7 @@ TEST_F(GameEndToEndTest, ProfiledRunWritesTheProfileReport)
     const std::filesystem::path report =
         std::filesystem::path(VORN_GAME_PATH).parent_path() / "ProfileResults.csv";
     std::filesystem::remove(report);
-    const GameRun run = RunGame("--profile --frames=05 --datadir=\"" VORN_TEST_DATA_DIR "/EmptyData\"");
+    const GameRun run = RunGame("--profile --frames=05 --datadir=\"" VORN_TEST_DATA_DIR "/MinimalData\"");
     EXPECT_EQ(run.exitCode, 0) << run.output;
     const std::string text = ReadFile(report);
     std::filesystem::remove(report);
@@ -222,10 +224,12 @@ TEST_F(GameEndToEndTest, LuaErrorsInEveryEntryPointArePrintedAndTheGameRunsOnUnt
     EXPECT_NE(run.output.find("GameInitialize.lua:4: event handler failed on purpose\n"), std::string::npos)
         << run.output;
     EXPECT_NE(run.output.find("after the event handler: false\n"), std::string::npos) << run.output;
-    EXPECT_NE(run.output.find("GameInitialize.lua:15: coroutine failed on purpose\n"), std::string::npos)
+    EXPECT_NE(run.output.find("GameInitialize.lua:16: coroutine failed on purpose\n"), std::string::npos)
         << run.output;
     EXPECT_NE(run.output.find("coroutine statuses: 1 error\n"), std::string::npos) << run.output;
-    EXPECT_NE(run.output.find("GameInitialize.lua:20: InitializeGame failed on purpose\n"), std::string::npos)
+    // A game state whose script doesn't compile is reported; the game runs in the other one.
+    EXPECT_NE(run.output.find("Unfinished.lua:"), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("GameInitialize.lua:21: InitializeGame failed on purpose\n"), std::string::npos)
         << run.output;
     std::size_t debugErrors = 0;
     for (std::size_t at = run.output.find("DebugUpdate failed on purpose"); at != std::string::npos;
@@ -241,4 +245,20 @@ TEST_F(GameEndToEndTest, ShippedScriptsRunWithoutALuaError)
     EXPECT_EQ(run.exitCode, 0) << run.output;
     EXPECT_EQ(run.output.find("Lua Error"), std::string::npos) << run.output;
     EXPECT_NE(run.output.find("Emberfallow: game initialized.\n"), std::string::npos) << run.output;
+}
+
+TEST_F(GameEndToEndTest, ScriptedStatesSwitchRestartAndQuitInTheRunLoopsOrder)
+{
+    // The frame limit is only a safety net: the second state quits the game itself.
+    const GameRun run = RunGame("--frames=600 --datadir=\"" VORN_TEST_DATA_DIR "/StatesData\"");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    std::string calls;
+    std::istringstream lines(run.output);
+    for (std::string line; std::getline(lines, line);)
+        if (line.rfind("First ", 0) == 0 || line.rfind("Second ", 0) == 0)
+            calls += line + ";";
+    EXPECT_EQ(calls, "First Load;First Initialize;First Update 1;First Update 2;First Uninitialize;First Unload;"
+                     "Second Load;Second Initialize 1;Second Update 1;Second Update 2;Second Uninitialize;"
+                     "Second Initialize 2;Second Update 1;Second Uninitialize;Second Unload;");
+    EXPECT_NE(ReadLog().find("Frames run: 5\n"), std::string::npos) << ReadLog();
 }

@@ -9,18 +9,39 @@ namespace
 class NamedState : public GameState
 {
 public:
-    explicit NamedState(std::string name) : m_Name(std::move(name)) {}
-    std::string GetName() const override { return m_Name; }
-    std::string m_Name;
+    explicit NamedState(std::string name) : GameState(std::move(name)) {}
 };
 }
 
-TEST(GameStateManagerTest, BuiltInStateIsCurrentAtStart)
+TEST(GameStateManagerTest, WithoutStatesNoStateIsCurrentAndEnteringReportsIt)
 {
     GameStateManager states;
+    EXPECT_EQ(states.GetCurrentState(), nullptr);
+    EXPECT_EQ(states.GetCurrentStateId(), GameStateManager::Invalid);
+}
+
+TEST(GameStateManagerTest, FirstStateAddedIsCurrentUntilOneIsPicked)
+{
+    GameStateManager states;
+    states.AddState(std::make_shared<NamedState>("Title"));
+    states.AddState(std::make_shared<NamedState>("Play"));
     ASSERT_NE(states.GetCurrentState(), nullptr);
+    EXPECT_EQ(states.GetCurrentState()->GetName(), "Title");
     EXPECT_EQ(states.GetCurrentStateId(), 0);
-    EXPECT_EQ(states.GetNextStateId(), 0);
+    states.SetInitialState("Play");
+    EXPECT_EQ(states.GetCurrentState()->GetName(), "Play");
+    EXPECT_EQ(states.GetNextStateId(), 1);
+}
+
+TEST(GameStateManagerTest, StateOfAKnownNameIsReplacedAndKeepsItsId)
+{
+    GameStateManager states;
+    states.AddState(std::make_shared<NamedState>("Title"));
+    const int play = states.AddState(std::make_shared<NamedState>("Play"));
+    auto replacement = std::make_shared<NamedState>("Play");
+    EXPECT_EQ(states.AddState(replacement), play);
+    EXPECT_EQ(states.GetGameState("Play"), replacement.get());
+    EXPECT_EQ(replacement->m_Id, play);
 }
 
 TEST(GameStateManagerTest, SentinelsHaveTheirValues)
@@ -45,6 +66,7 @@ TEST(GameStateManagerTest, SetNextStateByNameAndUnknownNameChangesNothing)
 TEST(GameStateManagerTest, SettingNextToTheValueItHasDoesNothing)
 {
     GameStateManager states;
+    states.AddState(std::make_shared<NamedState>("Title"));
     states.SetNext(states.GetCurrentStateId());
     EXPECT_EQ(states.GetNextStateId(), states.GetCurrentStateId());
     GameState* before = states.GetCurrentState();
@@ -98,6 +120,7 @@ void Switch(GameStateManager& states)
 TEST(GameStateManagerTest, RestartKeepsTheRestartedStateCurrentByIdAndObject)
 {
     GameStateManager states;
+    states.AddState(std::make_shared<NamedState>("Title"));
     auto level = std::make_shared<CountingState>("Level");
     const int levelId = states.AddState(level);
     states.EnterState();
@@ -119,6 +142,7 @@ TEST(GameStateManagerTest, RestartKeepsTheRestartedStateCurrentByIdAndObject)
 TEST(GameStateManagerTest, SetNextStateToTheInitialStateAfterARestartIsNotLost)
 {
     GameStateManager states;
+    states.AddState(std::make_shared<NamedState>("Title"));
     const int initial = states.GetCurrentStateId();
     states.AddState(std::make_shared<CountingState>("Level"));
     states.EnterState();
@@ -132,5 +156,5 @@ TEST(GameStateManagerTest, SetNextStateToTheInitialStateAfterARestartIsNotLost)
     EXPECT_NE(states.GetCurrentStateId(), states.GetNextStateId());
     Switch(states);
     EXPECT_EQ(states.GetCurrentStateId(), initial);
-    EXPECT_EQ(states.GetCurrentState()->GetName(), "BuiltIn");
+    EXPECT_EQ(states.GetCurrentState()->GetName(), "Title");
 }

@@ -31,7 +31,7 @@ public:
 class IdleState : public GameState
 {
 public:
-    std::string GetName() const override { return "Idle"; }
+    IdleState() : GameState("Idle") {}
 };
 
 class ManagerDebugScriptTest : public ::testing::Test
@@ -41,6 +41,7 @@ protected:
     {
         GameStateManager& states = GameStateManager::Get();
         states.m_States.clear();
+        states.m_Current = states.m_Next = nullptr;
         states.AddState(std::make_shared<IdleState>());
         Engine::Manager& manager = Engine::Manager::Get();
         manager.m_Systems.clear();

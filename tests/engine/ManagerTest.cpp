@@ -47,6 +47,7 @@ public:
 class RecordingState : public GameState
 {
 public:
+    RecordingState() : GameState("Recording") {}
     void Load() override { Calls().push_back("Load"); }
     void Initialize() override
     {
@@ -57,7 +58,6 @@ public:
     void Update(float) override { Calls().push_back("Update"); }
     void Uninitialize() override { Calls().push_back("Uninitialize"); }
     void Unload() override { Calls().push_back("Unload"); }
-    std::string GetName() const override { return "Recording"; }
 
     std::function<void()> m_OnInitialize;
 };
@@ -70,6 +70,7 @@ protected:
         Calls().clear();
         GameStateManager& states = GameStateManager::Get();
         states.m_States.clear();
+        states.m_Current = states.m_Next = nullptr;
         states.AddState(m_State);
         Engine::Manager& manager = Engine::Manager::Get();
         manager.m_Systems.clear();

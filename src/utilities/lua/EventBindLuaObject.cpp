@@ -1,6 +1,7 @@
 #include "utilities/lua/EventBindLuaObject.h"
 
 #include "engine/Event.h"
+#include "engine/GameState.h"
 #include "utilities/lua/LuaScript.h"
 #include "utilities/lua/LuaSystem.h"
 #include "utilities/lua/luabridge/Stack.h"
@@ -110,6 +111,13 @@ void RegisterLuaScriptEvent(Engine::EventManager& table, LuaScript& script, lua_
     table.AddBind(Engine::HashName(name), script.GetListener(), new EventBindLuaObject(script, function));
 }
 
+void RegisterLuaScriptEvent(Engine::EventManager& table, LuaScript& script, const std::string& name,
+                            const std::string& function)
+{
+    script.CacheFunction(function);
+    table.AddBind(Engine::HashName(name), script.GetListener(), new EventBindLuaObject(script, function));
+}
+
 int RegisterLuaEventFromScript(Engine::EventManager& table, lua_State* L)
 {
     const char* forms = "RegisterEvent expects (eventName [, functionName]) or (object, eventName [, functionName])";
@@ -132,6 +140,14 @@ int RegisterLuaEventFromScript(Engine::EventManager& table, lua_State* L)
         return luaL_error(L, "%s", forms);
     const std::string name = lua_tostring(L, 3);
     const std::string function = lua_isnoneornil(L, 4) ? name + "Event" : std::string(lua_tostring(L, 4));
+    // A game state hears through its script's own function, as its own RegisterEvent binds it.
+    if (luabridge::Stack<GameState*>::Is(L, 2))
+    {
+        GameState* state = luabridge::Stack<GameState*>::Get(L, 2);
+        if (state && state->GetScript())
+            RegisterLuaScriptEvent(table, *state->GetScript(), name, function);
+        return 0;
+    }
     RegisterLuaEvent(table, L, 2, name, function);
     return 0;
 }

@@ -12,6 +12,7 @@
 //   space:RegisterEvent("Hit")                 -- this script's HitEvent(event)
 //   space:RegisterEvent("Hit", "OnHit")        -- this script's OnHit(event)
 //   space:RegisterEvent(enemy, "Hit")          -- enemy:HitEvent(event)
+//   space:RegisterEvent(state, "Hit")          -- a game state's HitEvent(event)
 //
 // A script's function is looked up once, when it registers: define the handler
 // before the RegisterEvent call.
@@ -88,6 +89,10 @@ void RegisterLuaEvent(Engine::EventManager& table, lua_State* L, int index, cons
 // the environment at `environment` of L. The listener is the script's (its owner when it has one).
 void RegisterLuaScriptEvent(Engine::EventManager& table, LuaScript& script, lua_State* L, int environment,
                             const std::string& name, const std::string& function);
+
+// The same, caching the function from the environment of the script's latest run.
+void RegisterLuaScriptEvent(Engine::EventManager& table, LuaScript& script, const std::string& name,
+                            const std::string& function);
 
 // The script forms owner:RegisterEvent(name [, functionName]), for the calling script, and
 // owner:RegisterEvent(object, name [, functionName]), on `table`, read from L's stack (the owner at

@@ -183,6 +183,54 @@ bool LuaScript::GetVariable(lua_State* L, std::string_view name) const
     return false;
 }
 
+namespace
+{
+// Pushes on `main` the environment of the chunk of `file`; false (nothing pushed) when it has none.
+bool PushChunkEnvironment(ScriptFile& file, lua_State* main)
+{
+    if (!file.PushChunk())
+        return false;
+    lua_getfenv(main, -1);
+    lua_remove(main, -2);
+    if (lua_istable(main, -1))
+        return true;
+    lua_pop(main, 1);
+    return false;
+}
+}
+
+bool LuaScript::PushGlobal(lua_State* L, const std::string& name) const
+{
+    lua_State* main = m_System.m_State;
+    if (!LuaSystem::SameUniverse(L, main))
+        return false;
+    if (!PushChunkEnvironment(m_System.GetScript(m_Index), main))
+    {
+        lua_pushnil(L);
+        return true;
+    }
+    lua_getfield(main, -1, name.c_str());
+    lua_remove(main, -2);
+    lua_xmove(main, L, 1);
+    return true;
+}
+
+bool LuaScript::SetGlobal(lua_State* L, const std::string& name) const
+{
+    lua_State* main = m_System.m_State;
+    const int value = lua_gettop(L);
+    if (!LuaSystem::SameUniverse(L, main) || value < 1)
+        return false;
+    // L may be the main state itself: the environment goes on first, the value's copy after it.
+    if (!PushChunkEnvironment(m_System.GetScript(m_Index), main))
+        return false;
+    lua_pushvalue(L, value);
+    lua_xmove(L, main, 1);
+    lua_setfield(main, -2, name.c_str());
+    lua_pop(main, 1);
+    return true;
+}
+
 void LuaScript::Reload()
 {
     Run();

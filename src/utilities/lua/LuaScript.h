@@ -80,6 +80,12 @@ public:
     bool SetVariable(lua_State* L, const std::string& name);
     // Pushes variable `name` on `L`; pushes nothing and gives false when it is not set.
     bool GetVariable(lua_State* L, std::string_view name) const;
+    // Pushes on L (the main state or a thread of it) the global `name` of the environment of the
+    // chunk's latest run: nil when unset or when the script never ran; false for another universe.
+    bool PushGlobal(lua_State* L, const std::string& name) const;
+    // Sets the global `name` of that environment to the value on top of L, which stays; false when
+    // the script never ran or L belongs to another universe.
+    bool SetGlobal(lua_State* L, const std::string& name) const;
     // Runs the chunk again, forgets the variables, calls m_OnReload; the file's listener.
     void Reload();
 

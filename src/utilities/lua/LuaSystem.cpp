@@ -10,6 +10,7 @@
 #include "utilities/lua/EventBindLuaObject.h"
 #include "utilities/lua/EngineFunctions.h"
 #include "utilities/lua/LuaGlobals.h"
+#include "engine/GameStateManager.h"
 #include "utilities/lua/LuaScript.h"
 #include "utilities/lua/ProfilerHook.h"
 #include "utilities/lua/ScriptFile.h"
@@ -218,7 +219,8 @@ void LuaSystem::Initialize()
     BindCoroutineResume(m_State);
     // 2. Every script of "LuaScripts/Components/" becomes a component type.
     RegisterScriptComponents();
-    // 3. Game states are not built yet.
+    // 3. Every script of "LuaScripts/GameStates/" becomes a game state.
+    GameStateManager::Get().RegisterGameStates(this);
     // 6. The global script.
     RunGlobalScript();
     // 7. The closing script is loaded now and runs when the system is destroyed.

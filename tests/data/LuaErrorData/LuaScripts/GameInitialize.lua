@@ -5,6 +5,7 @@ function BrokenEvent(event)
 end
 
 function InitializeGame()
+    GameStateManager.SetInitialState("Idle")
     local level = SpaceManager.Get():GetSpace(Space.Level)
     level:RegisterEvent("Broken")
     level:BroadcastEvent(ScriptEvent("Broken"))

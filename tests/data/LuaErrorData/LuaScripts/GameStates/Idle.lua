@@ -1,0 +1,1 @@
+-- The state the failing game runs in; it does nothing itself.

@@ -1,0 +1,2 @@
+-- Fails on purpose: a syntax error, reported when the state's script is loaded.
+function Initialize(

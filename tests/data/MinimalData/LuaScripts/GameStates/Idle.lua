@@ -1,0 +1,2 @@
+-- The one state of the smallest data directory the game runs on: it does nothing,
+-- and being the only state it is the one the game starts in.
