@@ -11,6 +11,7 @@
 #include "engine/TestComponents.h"
 #include "engine/Math/Vector3D.h"
 #include "utilities/lua/LuaScript.h"
+#include "utilities/Serialization/Serializer.h"
 #include "utilities/lua/components/LuaComponent.h"
 #include "utilities/lua/luabridge/Stack.h"
 

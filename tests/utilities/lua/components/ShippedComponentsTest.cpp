@@ -1,0 +1,88 @@
+// The game's own component scripts (Data/LuaScripts/Components/) on live
+// objects, driven by their space's frames.
+#include "utilities/lua/components/ScriptComponentTestSupport.h"
+
+#include "Components/Transform/Transform.h"
+
+#include <cmath>
+#include <filesystem>
+
+namespace
+{
+class ShippedComponentsTest : public ScriptComponentTest
+{
+protected:
+    void SetUp() override
+    {
+        const std::filesystem::path shipped = std::filesystem::path(VORN_DATA_DIR) / "LuaScripts/Components";
+        for (const auto& entry : std::filesystem::directory_iterator(shipped))
+        {
+            std::ifstream in(entry.path());
+            std::stringstream text;
+            text << in.rdbuf();
+            WriteComponent(entry.path().stem().string(), text.str());
+        }
+        Start();
+    }
+};
+}
+
+TEST_F(ShippedComponentsTest, SpinnerTurnsItsObjectAtItsRate)
+{
+    GameObject* object = MakeObject();
+    auto* spinner = static_cast<LuaComponent*>(object->AddComponent("Spinner"));
+    ASSERT_NE(spinner, nullptr);
+    Run("obj.Spinner.DegreesPerSecond = Vector3D(0, 90, 0)");
+    m_Space.Update(1.0f);
+    const Math::Quaternion& rotation = object->GetComponent<Transform>()->m_Rotation;
+    const float half = std::sqrt(0.5f);
+    EXPECT_NEAR(rotation.y, half, 1e-4);
+    EXPECT_NEAR(rotation.w, half, 1e-4);
+    EXPECT_NEAR(rotation.x, 0.0f, 1e-4);
+
+    *spinner->GetAny("Spinning").Get<bool>() = false;
+    m_Space.Update(1.0f);
+    EXPECT_NEAR(object->GetComponent<Transform>()->m_Rotation.y, half, 1e-4);
+}
+
+TEST_F(ShippedComponentsTest, TimedDestroyRemovesItsObjectOnceItsTimeIsUp)
+{
+    GameObject* object = MakeObject();
+    object->AddComponent("TimedDestroy");
+    Run("obj.TimedDestroy.Lifetime = 0.5");
+    // The lifetime is read when the clock starts: start it again with the new value.
+    auto* timer = static_cast<LuaComponent*>(object->GetComponent("TimedDestroy"));
+    timer->OnScriptLoaded(true);
+    const GameObjectId id = object->GetId();
+    m_Space.Update(0.3f);
+    EXPECT_NE(m_Space.GetGameObject(id), nullptr);
+    m_Space.Update(0.3f);
+    EXPECT_EQ(m_Space.GetGameObject(id), nullptr);
+}
+
+TEST_F(ShippedComponentsTest, BobberFloatsItsObjectAroundWhereItStarted)
+{
+    GameObject* object = MakeObject();
+    object->GetComponent<Transform>()->m_Position.y = 2.0f;
+    object->AddComponent("Bobber");
+    m_Space.Update(0.5f);  // a quarter of a cycle at the default rate: the top
+    EXPECT_NEAR(object->GetComponent<Transform>()->m_Position.y, 2.25f, 1e-4);
+    m_Space.Update(1.0f);  // three quarters: the bottom
+    EXPECT_NEAR(object->GetComponent<Transform>()->m_Position.y, 1.75f, 1e-4);
+}
+
+TEST_F(ShippedComponentsTest, SpinnerVariablesGoThroughTheTextForm)
+{
+    GameObject* object = MakeObject();
+    auto* spinner = static_cast<LuaComponent*>(object->AddComponent("Spinner"));
+    spinner->GetAny("DegreesPerSecond").Get<Math::Vector3D>()->x = 45.0f;
+    Util::Serializer writer;
+    writer.OpenText("");
+    spinner->Write(writer, "Spinner", nullptr, false, false);
+    EXPECT_EQ(writer.GetText(), "Spinner \n{\n  DegreesPerSecond { 45 90 0 }\n}\n");
+    Util::Serializer reader;
+    reader.OpenText("{\n  DegreesPerSecond { 1 2 3 }\n  Spinning false\n}\n");
+    ASSERT_TRUE(reader.ReadObject(Meta::Get<LuaComponent>(), spinner));
+    EXPECT_FLOAT_EQ(spinner->GetAny("DegreesPerSecond").Get<Math::Vector3D>()->z, 3.0f);
+    EXPECT_FALSE(*spinner->GetAny("Spinning").Get<bool>());
+}
