@@ -34,11 +34,11 @@ void GameStartup(benchmark::State& state)
 {
     RunOneFrame(state, VORN_DATA_DIR);
 }
-BENCHMARK(GameStartup)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(GameStartup)->Unit(benchmark::kMillisecond)->Iterations(20);
 
 void GameStartup_Reference(benchmark::State& state)
 {
     RunOneFrame(state, VORN_MINIMAL_DATA_DIR);
 }
-BENCHMARK(GameStartup_Reference)->Unit(benchmark::kMillisecond)->Iterations(10);
+BENCHMARK(GameStartup_Reference)->Unit(benchmark::kMillisecond)->Iterations(20);
 }

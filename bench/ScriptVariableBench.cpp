@@ -29,6 +29,9 @@ public:
         m_Folder = std::filesystem::temp_directory_path() / "vorn_bench_script_variable";
         std::filesystem::create_directories(m_Folder / "LuaScripts/Components");
         std::ofstream(m_Folder / "LuaScripts/Components/Gauge.lua") << "--[[!\nfloat Level 0\n]]\n";
+        std::filesystem::create_directories(m_Folder / "LuaScripts/Globals");
+        std::ofstream(m_Folder / "LuaScripts/Globals/Global.lua") << "-- nothing global\n";
+        std::ofstream(m_Folder / "LuaScripts/Globals/Closing.lua") << "-- nothing to close\n";
         m_OldData = Util::GetDataDirectory();
         Util::SetDataDirectory(m_Folder.string() + "/");
         m_Lua = std::make_unique<LuaSystem>();

@@ -175,24 +175,32 @@ int LuaComponent::CallFunction(lua_State* L, const std::string& name)
     return lua_gettop(L) - top;
 }
 
+const ScriptVariable* LuaComponent::FindScriptVariable(std::string_view name) const
+{
+    const ScriptVariable* variable = m_VariableInfo ? m_VariableInfo->Find(name) : nullptr;
+    return variable && variable->index < m_Values.size() ? variable : nullptr;
+}
+
 int LuaComponent::GetProperty(lua_State* L, const std::string& name)
 {
-    const LuaProperty* property = FindVariableProperty(name);
-    Meta::Any* value = FindVariable(name);
-    if (!property || !value)
+    const ScriptVariable* variable = FindScriptVariable(name);
+    if (!variable)
     {
         lua_pushnil(L);
         return 1;
     }
+    Meta::Any& value = m_Values[variable->index];
     LuaSystem& system = System();
-    const auto lock = system.LockMainState();
     lua_State* main = system.m_State;
-    const int ref = property->ToLua(main, *value);
-    lua_rawgeti(main, LUA_REGISTRYINDEX, ref);
-    luaL_unref(main, LUA_REGISTRYINDEX, ref);
+    // The main thread runs Lua under the system's lock already (a frame holds it).
     if (LuaSystem::SameUniverse(L, main))
-        lua_xmove(main, L, 1);
-    else if (luaG_inter_move(get_universe(L), main, L, 1) != 0)
+    {
+        variable->property->Push(L, value);
+        return 1;
+    }
+    const auto lock = system.LockMainState();
+    variable->property->Push(main, value);
+    if (luaG_inter_move(get_universe(L), main, L, 1) != 0)
     {
         lua_pop(main, 1);
         lua_pushnil(L);
@@ -202,38 +210,35 @@ int LuaComponent::GetProperty(lua_State* L, const std::string& name)
 
 int LuaComponent::SetProperty(lua_State* L, const std::string& name)
 {
-    const LuaProperty* property = FindVariableProperty(name);
-    Meta::Any* value = FindVariable(name);
-    if (!property || !value)
+    const ScriptVariable* variable = FindScriptVariable(name);
+    if (!variable)
     {
         lua_pushboolean(L, 0);
         return 1;
     }
+    Meta::Any& value = m_Values[variable->index];
     LuaSystem& system = System();
     lua_State* main = system.m_State;
-    auto lock = system.LockMainState();
-    // The value comes to the main state as a copy; the caller's stack keeps its own.
-    lua_pushvalue(L, -1);
-    bool moved = true;
+    bool stored = false;
     if (LuaSystem::SameUniverse(L, main))
-        lua_xmove(L, main, 1);
+        stored = variable->property->Take(L, -1, value);
     else
     {
-        moved = luaG_inter_move(get_universe(L), L, main, 1) == 0;
-        if (!moved)
+        // Another universe (a lane): the value crosses into the main state under the lock, as a copy;
+        // the caller's stack keeps its own.
+        const auto lock = system.LockMainState();
+        lua_pushvalue(L, -1);
+        if (luaG_inter_move(get_universe(L), L, main, 1) == 0)
+        {
+            stored = variable->property->Take(main, -1, value);
+            lua_pop(main, 1);
+        }
+        else
             lua_pop(L, 1);
     }
-    bool stored = false;
-    if (moved)
-    {
-        const int ref = luaL_ref(main, LUA_REGISTRYINDEX);
-        stored = property->CopyFromLua(main, *value, ref);
-        luaL_unref(main, LUA_REGISTRYINDEX, ref);
-    }
-    lock = {};
     if (!stored)
         return luaL_error(L, "%s.%s takes a value of type %s", m_ScriptName.c_str(), name.c_str(),
-                          property->m_Type->GetName().c_str());
+                          variable->property->m_Type->GetName().c_str());
     return 0;
 }
 

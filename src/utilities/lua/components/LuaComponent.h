@@ -33,6 +33,7 @@ class LuaScript;
 class LuaSystem;
 class LuaProperty;
 struct ScriptComponentType;
+struct ScriptVariable;
 struct lua_State;
 
 class LuaComponent : public Component
@@ -72,7 +73,8 @@ public:
     const LuaProperty* FindVariableProperty(std::string_view name) const;
     // Calls the cached script function `name` with the arguments 2..top of L; the number of results.
     int CallFunction(lua_State* L, const std::string& name);
-    // Dynamic-property reading hook: pushes variable `name` (nil when undeclared); returns 1.
+    // Dynamic-property reading hook: pushes variable `name` (nil when undeclared); returns 1. From
+    // another Lua universe (a lane) it takes the Lua system's lock; the main thread holds it already.
     int GetProperty(lua_State* L, const std::string& name);
     // Dynamic-property writing hook: sets variable `name` to the value on top of L, which may be a
     // lane's state; pushes false and returns 1 for an undeclared name, else returns 0.
@@ -104,6 +106,8 @@ public:
     LuaSystem* m_System = nullptr;
 
 private:
+    // The declared variable `name` that this component holds a value for, or null.
+    const ScriptVariable* FindScriptVariable(std::string_view name) const;
     // Fills a new environment: "owner", "this", "RegisterFunction".
     void SetupEnvironment(lua_State* L);
     // Calls the cached entry point `name` if the script defines it.

@@ -47,6 +47,20 @@ PropertyTable& Table()
 }
 }
 
+int LuaProperty::ToLua(lua_State* L, Meta::Any& value) const
+{
+    Push(L, value);
+    return luaL_ref(L, LUA_REGISTRYINDEX);
+}
+
+bool LuaProperty::CopyFromLua(lua_State* L, Meta::Any& value, int ref) const
+{
+    lua_rawgeti(L, LUA_REGISTRYINDEX, ref);
+    const bool taken = Take(L, -1, value);
+    lua_pop(L, 1);
+    return taken;
+}
+
 const LuaProperty* LuaProperty::Find(std::string_view typeName)
 {
     PropertyTable& table = Table();

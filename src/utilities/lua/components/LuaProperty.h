@@ -31,14 +31,19 @@ public:
     explicit LuaProperty(Meta::Data* type) : m_Type(type) {}
     virtual ~LuaProperty() = default;
 
-    // Makes a registry reference in L to a Lua value for `value`: a bound class by reference into
-    // the stored value (writes through), other types by value. The caller releases it.
-    virtual int ToLua(lua_State* L, Meta::Any& value) const = 0;
+    // Pushes on L a Lua value for `value`: a bound class by reference into the stored value (writes
+    // through), other types by value; nil for an empty value.
+    virtual void Push(lua_State* L, Meta::Any& value) const = 0;
+    // Stores the Lua value at `index` of L into `value` (a copy); false, leaving it, when the Lua
+    // value is not of this type.
+    virtual bool Take(lua_State* L, int index, Meta::Any& value) const = 0;
+    // Makes a registry reference in L to the value Push would push. The caller releases it.
+    int ToLua(lua_State* L, Meta::Any& value) const;
     // Stores the Lua value of registry reference `ref` of L into `value`; false, leaving it, when the
     // Lua value is not of this type. Values are always copied in: a script can't keep a pointer into it.
-    virtual bool FromLua(lua_State* L, Meta::Any& value, int ref) const = 0;
+    bool FromLua(lua_State* L, Meta::Any& value, int ref) const { return CopyFromLua(L, value, ref); }
     // Stores a detached copy of the Lua value of `ref`; false when it is not of this type.
-    virtual bool CopyFromLua(lua_State* L, Meta::Any& value, int ref) const = 0;
+    bool CopyFromLua(lua_State* L, Meta::Any& value, int ref) const;
     // Reads a value in the type's text form into `value`; a value that fails to read leaves the
     // reader failed.
     virtual void Deserialize(Util::Serializer& reader, Meta::Any& value) const = 0;

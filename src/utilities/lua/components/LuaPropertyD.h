@@ -18,7 +18,7 @@ class LuaPropertyD final : public LuaProperty
 public:
     LuaPropertyD() : LuaProperty(Meta::Get<T>()) {}
 
-    int ToLua(lua_State* L, Meta::Any& value) const override
+    void Push(lua_State* L, Meta::Any& value) const override
     {
         T* stored = value.Get<T>();
         if (!stored)
@@ -27,23 +27,17 @@ public:
             luabridge::Stack<T&>::Push(L, *stored);
         else
             luabridge::Stack<T>::Push(L, *stored);
-        return luaL_ref(L, LUA_REGISTRYINDEX);
     }
-    bool FromLua(lua_State* L, Meta::Any& value, int ref) const override { return CopyFromLua(L, value, ref); }
-    bool CopyFromLua(lua_State* L, Meta::Any& value, int ref) const override
+    bool Take(lua_State* L, int index, Meta::Any& value) const override
     {
-        lua_rawgeti(L, LUA_REGISTRYINDEX, ref);
-        const bool fits = Fits(L);
-        if (fits)
-        {
-            T copy = luabridge::Stack<T>::Get(L, -1);
-            if (T* stored = value.Get<T>())
-                *stored = std::move(copy);
-            else
-                value = Meta::Any::Make<T>(std::move(copy));
-        }
-        lua_pop(L, 1);
-        return fits;
+        if (!Fits(L, index))
+            return false;
+        T copy = luabridge::Stack<T>::Get(L, index);
+        if (T* stored = value.Get<T>())
+            *stored = std::move(copy);
+        else
+            value = Meta::Any::Make<T>(std::move(copy));
+        return true;
     }
     void Deserialize(Util::Serializer& reader, Meta::Any& value) const override
     {
@@ -63,17 +57,17 @@ public:
     void MakeDefault(Meta::Any& value) const override { value = Meta::Any::Make<T>(T()); }
 
 private:
-    // True when the value on top of L can be taken as a T: numbers for numbers, strings for strings.
-    static bool Fits(lua_State* L)
+    // True when the value at `index` of L can be taken as a T: numbers for numbers, strings for strings.
+    static bool Fits(lua_State* L, int index)
     {
         if constexpr (std::is_same_v<T, bool>)
-            return lua_isboolean(L, -1);
+            return lua_isboolean(L, index);
         else if constexpr (std::is_arithmetic_v<T>)
-            return lua_type(L, -1) == LUA_TNUMBER;
+            return lua_type(L, index) == LUA_TNUMBER;
         else if constexpr (std::is_same_v<T, std::string>)
-            return lua_type(L, -1) == LUA_TSTRING;
+            return lua_type(L, index) == LUA_TSTRING;
         else
-            return luabridge::Stack<T>::Is(L, -1);
+            return luabridge::Stack<T>::Is(L, index);
     }
 };
 
