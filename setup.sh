@@ -8,11 +8,11 @@
 #   ./setup.sh tsan     build the threaded code (the lanes module and its tests, and
 #                       lanes writing script variables into the engine's Lua state)
 #                       with ThreadSanitizer into build-tsan/ and run those tests
-#   ./setup.sh fuzz [seconds] [text | cursor]
+#   ./setup.sh fuzz [seconds] [text | cursor | archetype]
 #                       build the libFuzzer targets with clang into build-fuzz/
 #                       and fuzz one reader (default 600 seconds): the text
-#                       reader (the default) or the cursor reader; crashes and
-#                       hangs are written to build-fuzz/artifacts/
+#                       reader (the default), the cursor reader or the archetype
+#                       reader; crashes and hangs are written to build-fuzz/artifacts/
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -60,8 +60,9 @@ case "${1:-}" in
     case "${3:-text}" in
       text) name=ReadObject ;;
       cursor) name=ReadCursor ;;
+      archetype) name=ReadArchetype ;;
       *)
-        echo "usage: ./setup.sh fuzz [seconds] [text | cursor]" >&2
+        echo "usage: ./setup.sh fuzz [seconds] [text | cursor | archetype]" >&2
         exit 2
         ;;
     esac
@@ -75,7 +76,7 @@ case "${1:-}" in
       -artifact_prefix="build-fuzz/artifacts/$name/"
     ;;
   *)
-    echo "usage: ./setup.sh [test | tsan | fuzz [seconds] [text | cursor]]" >&2
+    echo "usage: ./setup.sh [test | tsan | fuzz [seconds] [text | cursor | archetype]]" >&2
     exit 2
     ;;
 esac

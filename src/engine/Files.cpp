@@ -240,6 +240,13 @@ void CreateDirectories(const std::string& path)
     std::filesystem::create_directories(Forward(path), error);
 }
 
+bool CopyFile(const std::string& from, const std::string& to)
+{
+    std::error_code error;
+    std::filesystem::copy_file(Forward(from), Forward(to), std::filesystem::copy_options::overwrite_existing, error);
+    return !error;
+}
+
 bool RenameFile(const std::string& path, const std::string& newName)
 {
     std::error_code error;

@@ -55,6 +55,8 @@ void FilterByExtension(const std::vector<std::string>& in, const std::string& ex
                        std::vector<std::string>& out);
 // Creates each folder of the path from the top down; folders that exist are fine.
 void CreateDirectories(const std::string& path);
+// Copies a file to `to`, replacing what is there; true if it worked.
+bool CopyFile(const std::string& from, const std::string& to);
 // Renames a file within its folder; true if it worked.
 bool RenameFile(const std::string& path, const std::string& newName);
 // The local time as "--YYYY-MM-DD--hh-mm-ss", the stamp of backups and crash reports.

@@ -58,7 +58,13 @@ Space::~Space()
 
 GameObject* Space::CreateObjectUninitialized(ArchetypeId id)
 {
-    GameObject* object = ArchetypeManager::Get().GetArchetype(id)->Clone();
+    const GameObject* archetype = ArchetypeManager::Get().GetArchetype(id);
+    if (!archetype)
+    {
+        FATAL_ERROR("No archetype has the id " + std::to_string(id) + ": no object is made.");
+        return nullptr;
+    }
+    GameObject* object = archetype->Clone();
     object->m_Space = this;
     object->m_Id = GameObject::NextId();
     m_Objects.emplace(object->m_Id, object);
@@ -68,7 +74,8 @@ GameObject* Space::CreateObjectUninitialized(ArchetypeId id)
 GameObject* Space::CreateObject(ArchetypeId id)
 {
     GameObject* object = CreateObjectUninitialized(id);
-    object->Initialize();
+    if (object)
+        object->Initialize();
     return object;
 }
 

@@ -50,7 +50,8 @@ public:
     Space(const Space&) = delete;
     Space& operator=(const Space&) = delete;
 
-    // Clones archetype `id` into this space, gives it a fresh id and initializes it.
+    // Clones archetype `id` into this space, gives it a fresh id and initializes it; an unknown id
+    // is reported and gives null.
     GameObject* CreateObject(ArchetypeId id);
     // As CreateObject, but the caller must call GameObject::Initialize.
     GameObject* CreateObjectUninitialized(ArchetypeId id);

@@ -167,7 +167,8 @@ int WinMain(const char* commandLine)
     GuiInput::Get().m_DisplayHeight = window.GetLogicalHeight();
     // 14. Settings are loaded, every system's Initialize runs, settings are saved.
     manager.Initialize();
-    // 15. Archetype files: not built yet.
+    // 15. Archetype files: every file under "Archetypes/" is loaded and watched.
+    Engine::ArchetypeManager::Get().LoadAll();
     // 16. Rooms: not built yet.
     // 17. "LuaScripts/GameInitialize.lua" runs, then its InitializeGame.
     LuaSystem::Get().GameInitialize();

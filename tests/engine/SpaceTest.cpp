@@ -7,6 +7,7 @@
 #include "engine/TestComponents.h"
 #include "physics/PhysicsSystem.h"
 #include "platform/Dialog.h"
+#include "support/ReportCapture.h"
 #include "support/Scoped.h"
 #include "sound/SoundSpace.h"
 
@@ -290,4 +291,13 @@ TEST_F(SpaceTest, CollectingThousandsOfBoundObjectsUnbindsThemAndKeepsTheSurvivo
             EXPECT_EQ(static_cast<Probe*>(component)->m_Events, survivor == survivors.back() ? 2 : 1);
         }
     }
+}
+
+TEST_F(SpaceTest, CreateObjectOfAnUnknownArchetypeIsReportedAndMakesNothing)
+{
+    ReportCapture reports;
+    EXPECT_EQ(m_Space.CreateObject(0), nullptr);
+    EXPECT_EQ(m_Space.CreateObjectUninitialized(4000000000u), nullptr);
+    EXPECT_NE(reports.Text().find("No archetype has the id 0: no object is made."), std::string::npos) << reports.Text();
+    EXPECT_TRUE(m_Space.m_Objects.empty());
 }
