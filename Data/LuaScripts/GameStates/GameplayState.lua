@@ -7,9 +7,6 @@ RunSeconds = 60
 
 -- Places one object of the archetype `name` when the archetype exists.
 local function Place(level, name)
-    if Archetype == nil then
-        return
-    end
     local id = Archetype.Find(name)
     if id ~= 0 then
         return level:CreateObject(id)
@@ -29,8 +26,8 @@ function Initialize()
     this:RegisterEvent("RunOver")
     local level = SpaceManager.Get():GetSpace(Space.Level)
     Place(level, "Player")
-    Place(level, "Enemy")
-    Place(level, "Pickup")
+    Place(level, "EmberCrawler")
+    Place(level, "HealthOrb")
 end
 
 function Update(dt)
