@@ -51,13 +51,10 @@ void GameState::Call(const char* name, bool withDt, float dt)
         return;
     LuaSystem& system = m_Script->GetSystem();
     const auto lock = system.LockMainState();
-    lua_State* L = system.m_State;
-    const int top = lua_gettop(L);
-    lua_rawgeti(L, LUA_REGISTRYINDEX, function);
     if (withDt)
-        lua_pushnumber(L, dt);
-    system.ReportStatus(lua_pcall(L, withDt ? 1 : 0, 0, 0));
-    lua_settop(L, top);
+        system.CallRef(function, dt);
+    else
+        system.CallRef(function);
 }
 
 void GameState::Load()

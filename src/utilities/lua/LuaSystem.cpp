@@ -282,6 +282,15 @@ void LuaSystem::ReportStatus(int status)
     std::fflush(stdout);
 }
 
+void LuaSystem::CallRef(int ref, double argument)
+{
+    const int top = lua_gettop(m_State);
+    lua_rawgeti(m_State, LUA_REGISTRYINDEX, ref);
+    lua_pushnumber(m_State, argument);
+    ReportStatus(lua_pcall(m_State, 1, 0, 0));
+    lua_settop(m_State, top);
+}
+
 void LuaSystem::CallRef(int ref)
 {
     const int top = lua_gettop(m_State);

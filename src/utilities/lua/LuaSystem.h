@@ -104,6 +104,8 @@ public:
     // Calls the function of registry reference `ref` with no arguments; reports an error. The stack
     // is left as it was.
     void CallRef(int ref);
+    // The same with one number argument (a frame time, say).
+    void CallRef(int ref, double argument);
     // Runs "LuaScripts/Globals/Global.lua" from the data directory (again).
     void RunGlobalScript();
     // The lock that guards the main state against calls from other Lua universes (lanes); made by

@@ -50,12 +50,7 @@ void VirtualSystem::Update(float dt)
         return;
     LuaSystem& system = m_Script->GetSystem();
     const auto lock = system.LockMainState();
-    lua_State* L = system.m_State;
-    const int top = lua_gettop(L);
-    lua_rawgeti(L, LUA_REGISTRYINDEX, update);
-    lua_pushnumber(L, dt);
-    system.ReportStatus(lua_pcall(L, 1, 0, 0));
-    lua_settop(L, top);
+    system.CallRef(update, dt);
 }
 
 int VirtualSystem::GetProperty(lua_State* L, const std::string& name)
