@@ -8,11 +8,11 @@
 #   ./setup.sh tsan     build the threaded code (the lanes module and its tests, and
 #                       lanes writing script variables into the engine's Lua state)
 #                       with ThreadSanitizer into build-tsan/ and run those tests
-#   ./setup.sh fuzz [seconds] [text | cursor | archetype]
+#   ./setup.sh fuzz [seconds] [text | cursor | archetype | shader]
 #                       build the libFuzzer targets with clang into build-fuzz/
 #                       and fuzz one reader (default 600 seconds): the text
 #                       reader (the default), the cursor reader or the archetype
-#                       reader; crashes and hangs are written to build-fuzz/artifacts/
+#                       reader or the shader description preprocessor; crashes and hangs are written to build-fuzz/artifacts/
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -61,8 +61,9 @@ case "${1:-}" in
       text) name=ReadObject ;;
       cursor) name=ReadCursor ;;
       archetype) name=ReadArchetype ;;
+      shader) name=ShaderDescription ;;
       *)
-        echo "usage: ./setup.sh fuzz [seconds] [text | cursor | archetype]" >&2
+        echo "usage: ./setup.sh fuzz [seconds] [text | cursor | archetype | shader]" >&2
         exit 2
         ;;
     esac
@@ -76,7 +77,7 @@ case "${1:-}" in
       -artifact_prefix="build-fuzz/artifacts/$name/"
     ;;
   *)
-    echo "usage: ./setup.sh [test | tsan | fuzz [seconds] [text | cursor | archetype]]" >&2
+    echo "usage: ./setup.sh [test | tsan | fuzz [seconds] [text | cursor | archetype | shader]]" >&2
     exit 2
     ;;
 esac

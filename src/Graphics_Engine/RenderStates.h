@@ -1,0 +1,105 @@
+// Plain descriptions of the fixed-function states a RenderStateBlock keeps:
+// blending, depth and stencil, rasterizer, and the primitive topology. The
+// numbers and defaults are those of the Direct3D 11 descriptions the renderer's
+// code is written against; the device maps them onto OpenGL one to one.
+#pragma once
+
+namespace Graphics
+{
+// A blend factor.
+enum class Blend { Zero = 1, One, SrcColor, InvSrcColor, SrcAlpha, InvSrcAlpha, DestAlpha, InvDestAlpha, DestColor, InvDestColor, SrcAlphaSat, BlendFactor = 14, InvBlendFactor };
+// A blend operation.
+enum class BlendOp { Add = 1, Subtract, RevSubtract, Min, Max };
+// A comparison of depth or stencil values.
+enum class Comparison { Never = 1, Less, Equal, LessEqual, Greater, NotEqual, GreaterEqual, Always };
+// A stencil operation.
+enum class StencilOp { Keep = 1, Zero, Replace, IncrSat, DecrSat, Invert, Incr, Decr };
+// How triangles are filled.
+enum class FillMode { Wireframe = 2, Solid = 3 };
+// Which triangles are culled.
+enum class CullMode { None = 1, Front, Back };
+// How vertices form primitives.
+enum class Topology { Undefined = 0, PointList, LineList, LineStrip, TriangleList, TriangleStrip, PatchList3 = 35 };
+
+// Blending of the render targets.
+struct BlendDescription
+{
+    // Alpha to coverage in multisampling.
+    bool AlphaToCoverageEnable = false;
+    // Blending on.
+    bool BlendEnable = false;
+    // Colour factor of the source.
+    Blend SrcBlend = Blend::One;
+    // Colour factor of the destination.
+    Blend DestBlend = Blend::Zero;
+    // Colour operation.
+    BlendOp Op = BlendOp::Add;
+    // Alpha factor of the source.
+    Blend SrcBlendAlpha = Blend::One;
+    // Alpha factor of the destination.
+    Blend DestBlendAlpha = Blend::Zero;
+    // Alpha operation.
+    BlendOp OpAlpha = BlendOp::Add;
+    // Channels written, bit 0 red to bit 3 alpha.
+    unsigned WriteMask = 0xF;
+};
+
+// The operations of one stencil face.
+struct StencilFace
+{
+    // When the stencil test fails.
+    StencilOp FailOp = StencilOp::Keep;
+    // When the stencil test passes and the depth test fails.
+    StencilOp DepthFailOp = StencilOp::Keep;
+    // When both pass.
+    StencilOp PassOp = StencilOp::Keep;
+    // The stencil test.
+    Comparison Func = Comparison::Always;
+};
+
+// Depth and stencil testing.
+struct DepthStencilDescription
+{
+    // Depth test on.
+    bool DepthEnable = true;
+    // Depth writes on.
+    bool DepthWrite = true;
+    // The depth test.
+    Comparison DepthFunc = Comparison::Less;
+    // Stencil test on.
+    bool StencilEnable = false;
+    // Bits read by the stencil test.
+    unsigned StencilReadMask = 0xFF;
+    // Bits written to the stencil.
+    unsigned StencilWriteMask = 0xFF;
+    // Front faces.
+    StencilFace Front;
+    // Back faces.
+    StencilFace Back;
+};
+
+// Rasterization.
+struct RasterizerDescription
+{
+    // Solid or wireframe.
+    FillMode Fill = FillMode::Solid;
+    // Culled faces.
+    CullMode Cull = CullMode::Back;
+    // Counter-clockwise triangles are front faces.
+    bool FrontCounterClockwise = false;
+    // Constant depth bias.
+    int DepthBias = 0;
+    // Largest depth bias.
+    float DepthBiasClamp = 0.0f;
+    // Depth bias by slope.
+    float SlopeScaledDepthBias = 0.0f;
+    // Clipping against depth (no depth clamp).
+    bool DepthClipEnable = true;
+    // Scissor test on.
+    bool ScissorEnable = false;
+    // Multisampling on.
+    bool MultisampleEnable = false;
+    // Line antialiasing on.
+    bool AntialiasedLineEnable = false;
+};
+}
