@@ -116,3 +116,61 @@ TEST_F(GlDeviceFixture, AUniformBufferMappedWithDiscardFeedsTheDraw)
     m_Device->Draw(3, 0);
     EXPECT_EQ(PixelAt(*m_Device, target.target, 40, 40), (Rgba{255, 0, 255, 255}));
 }
+
+TEST_F(GlDeviceFixture, AnSrgbViewOfAnRgba8TextureReadsLinearValues)
+{
+    // 188 in sRGB is about 0.5 in linear light; the plain view reads it as 188 / 255.
+    const std::vector<std::uint8_t> texels(4 * 4 * 4, 188);
+    const TextureHandle texture =
+        m_Device->CreateTexture2D({4, 4, 1, Format::R8G8B8A8_UNORM, BindShaderResource}, texels.data());
+    const TextureViewHandle srgb = m_Device->CreateTextureView(texture, Format::R8G8B8A8_UNORM_SRGB);
+    ASSERT_TRUE(srgb);
+    const char* showTexture = R"(#version 450
+layout(binding = 0) uniform sampler2D t_Image;
+layout(location = 0) in vec2 v_Uv;
+layout(location = 0) out vec4 o_Color;
+void main() { o_Color = vec4(texture(t_Image, v_Uv).rgb, 1); }
+)";
+    const PipelineHandle pipeline = MakePipeline(*m_Device, kHalfDepthVertex, showTexture);
+    SamplerDesc point;
+    point.filter = 0x00;
+    m_Device->BindSampler(0, m_Device->CreateSampler(point));
+
+    const Target target = MakeTarget(*m_Device);
+    StartFrame(*m_Device, target);
+    m_Device->BindPipeline(pipeline);
+    m_Device->BindTexture(0, srgb);
+    m_Device->Draw(3, 0);
+    EXPECT_NEAR(PixelAt(*m_Device, target.target, 8, 8)[0], 128, 2);
+
+    StartFrame(*m_Device, target);
+    m_Device->BindTexture(0, m_Device->DefaultView(texture));
+    m_Device->Draw(3, 0);
+    EXPECT_EQ(PixelAt(*m_Device, target.target, 8, 8)[0], 188);
+}
+
+TEST_F(GlDeviceFixture, DrawingStraightIntoTheWindowStandsUpsideDownOnTheScreen)
+{
+    // Clip y > 0 is yellow, the rest blue. The window counts rows from the bottom of the screen, so
+    // without the final pass's turn the yellow half shows at the bottom.
+    const char* halves = R"(#version 450
+layout(location = 0) in vec2 v_Uv;
+layout(location = 0) out vec4 o_Color;
+void main() { o_Color = v_Uv.y < 0.5 ? vec4(1, 1, 0, 1) : vec4(0, 0, 1, 1); }
+)";
+    m_Device->BindRenderTarget({});
+    m_Device->SetViewport({0, 0, kSize, kSize, 0, 1});
+    m_Device->ClearColor(0, {0, 0, 0, 1});
+    m_Device->ClearDepth(1.0f);
+    m_Device->SetPrimitiveTopology(PrimitiveTopology::TriangleList);
+    m_Device->BindPipeline(MakePipeline(*m_Device, kHalfDepthVertex, halves));
+    m_Device->Draw(3, 0);
+    const std::vector<std::uint8_t> top = m_Device->ReadPixels({}, 0, 10, 2, 1, 1);
+    const std::vector<std::uint8_t> bottom = m_Device->ReadPixels({}, 0, 10, kSize - 3, 1, 1);
+    ASSERT_EQ(top.size(), 4u);
+    ASSERT_EQ(bottom.size(), 4u);
+    EXPECT_EQ(top[2], 255);     // blue at the top of the screen
+    EXPECT_EQ(bottom[0], 255);  // yellow at the bottom
+    EXPECT_TRUE(m_Device->ReadPixels({}, 0, 60, 60, 8, 8).empty());
+    m_Device->Present();
+}
