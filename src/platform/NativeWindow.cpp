@@ -1,6 +1,7 @@
 #include "platform/NativeWindow.h"
 
 #include "platform/KeyCodes.h"
+#include "platform/gl/GlContext.h"
 
 #include <SDL.h>
 
@@ -308,9 +309,14 @@ bool NativeWindow::Create(const std::string& title, int clientWidth, int clientH
         Destroy();
     if (!StartVideo())
         return false;
+    Uint32 flags = SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI;
+    if (m_OpenGl)
+    {
+        SetGlContextAttributes();
+        flags |= SDL_WINDOW_OPENGL;
+    }
     SDL_Window* window = SDL_CreateWindow(title.c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, clientWidth,
-                                          clientHeight,
-                                          SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
+                                          clientHeight, flags);
     if (window == nullptr)
     {
         std::fprintf(stderr, "NativeWindow: cannot create the window: %s\n", SDL_GetError());

@@ -52,10 +52,15 @@ public:
     void Destroy();
     // True between a successful Create and Destroy.
     bool IsCreated() const { return m_Window != nullptr; }
+    // Makes the next Create's window ready for an OpenGL context (GlContext).
+    void RequestOpenGl(bool openGl) { m_OpenGl = openGl; }
+    // The SDL window, for the other platform classes; null without a window.
+    void* GetNativeHandle() const { return m_Window; }
 
 private:
     void* m_Window = nullptr;
     void* m_Cursor = nullptr;
     bool m_VideoStarted = false;
+    bool m_OpenGl = false;
 };
 }

@@ -1,0 +1,48 @@
+// GlContext: an OpenGL 4.5 core context on the engine's window, loaded
+// through libepoxy. The window must be made with OpenGL requested
+// (NativeWindow::RequestOpenGl before Create); under SDL_VIDEODRIVER=offscreen
+// the context comes from Mesa through EGL with no display. Creation sets the
+// clip space the renderer expects: upper-left origin, depth 0 to 1.
+#pragma once
+
+#include <string>
+
+namespace Platform
+{
+class NativeWindow;
+
+// Sets SDL's attributes for a 4.5 core context; called before the window is made.
+void SetGlContextAttributes();
+
+class GlContext
+{
+public:
+    GlContext() = default;
+    ~GlContext();
+    GlContext(const GlContext&) = delete;
+    GlContext& operator=(const GlContext&) = delete;
+
+    // Makes the context on the window and makes it current; false with the reason in `error`.
+    bool Create(NativeWindow& window, std::string& error);
+    // Deletes the context.
+    void Destroy();
+    // True between a successful Create and Destroy.
+    bool IsCreated() const { return m_Context != nullptr; }
+    // Makes this context current on the calling thread.
+    void MakeCurrent();
+    // Shows the default framebuffer (swap interval 0).
+    void Swap();
+    // The window's drawable size in pixels; 0 x 0 without a context.
+    void DrawableSize(int& width, int& height) const;
+    // The version as major * 10 + minor (45 for 4.5); 0 without a context.
+    int Version() const { return m_Version; }
+    // True when the context offers compute shaders.
+    bool HasCompute() const { return m_HasCompute; }
+
+private:
+    void* m_Context = nullptr;
+    void* m_Window = nullptr;
+    int m_Version = 0;
+    bool m_HasCompute = false;
+};
+}
