@@ -1,29 +1,24 @@
 // Plain descriptions of the fixed-function states a RenderStateBlock keeps:
 // blending, depth and stencil, rasterizer, and the primitive topology. The
 // numbers and defaults are those of the Direct3D 11 descriptions the renderer's
-// code is written against; the device maps them onto OpenGL one to one.
+// code is written against; the device maps them onto OpenGL one to one. The
+// blend, stencil, fill and cull enumerations are the device's own.
 #pragma once
+
+#include "Graphics_Engine/DeviceTypes.h"
 
 namespace Graphics
 {
-// A blend factor.
-enum class Blend { Zero = 1, One, SrcColor, InvSrcColor, SrcAlpha, InvSrcAlpha, DestAlpha, InvDestAlpha, DestColor, InvDestColor, SrcAlphaSat, BlendFactor = 14, InvBlendFactor };
-// A blend operation.
-enum class BlendOp { Add = 1, Subtract, RevSubtract, Min, Max };
 // A comparison of depth or stencil values.
 enum class Comparison { Never = 1, Less, Equal, LessEqual, Greater, NotEqual, GreaterEqual, Always };
-// A stencil operation.
-enum class StencilOp { Keep = 1, Zero, Replace, IncrSat, DecrSat, Invert, Incr, Decr };
-// How triangles are filled.
-enum class FillMode { Wireframe = 2, Solid = 3 };
-// Which triangles are culled.
-enum class CullMode { None = 1, Front, Back };
 // How vertices form primitives.
 enum class Topology { Undefined = 0, PointList, LineList, LineStrip, TriangleList, TriangleStrip, PatchList3 = 35 };
 
 // Blending of the render targets.
 struct BlendDescription
 {
+    // Descriptions compare member by member.
+    bool operator==(const BlendDescription&) const = default;
     // Alpha to coverage in multisampling.
     bool AlphaToCoverageEnable = false;
     // Blending on.
@@ -47,6 +42,8 @@ struct BlendDescription
 // The operations of one stencil face.
 struct StencilFace
 {
+    // Descriptions compare member by member.
+    bool operator==(const StencilFace&) const = default;
     // When the stencil test fails.
     StencilOp FailOp = StencilOp::Keep;
     // When the stencil test passes and the depth test fails.
@@ -60,6 +57,8 @@ struct StencilFace
 // Depth and stencil testing.
 struct DepthStencilDescription
 {
+    // Descriptions compare member by member.
+    bool operator==(const DepthStencilDescription&) const = default;
     // Depth test on.
     bool DepthEnable = true;
     // Depth writes on.
@@ -81,6 +80,8 @@ struct DepthStencilDescription
 // Rasterization.
 struct RasterizerDescription
 {
+    // Descriptions compare member by member.
+    bool operator==(const RasterizerDescription&) const = default;
     // Solid or wireframe.
     FillMode Fill = FillMode::Solid;
     // Culled faces.

@@ -10,8 +10,8 @@
 
 namespace Graphics
 {
-// Stage numbers of a description.
-enum ShaderStage : int
+// Stage numbers of a description (the device names the same stages as ShaderStage).
+enum ShaderStageNumber : int
 {
     StageNone = -1,
     StageVertex = 0,

@@ -1,0 +1,137 @@
+#include "Graphics_Engine/DeviceRenderStateApplier.h"
+
+namespace Graphics
+{
+namespace
+{
+ComparisonFunc DeviceComparison(Comparison comparison)
+{
+    return static_cast<ComparisonFunc>(static_cast<std::uint32_t>(comparison));
+}
+
+StencilFaceDesc DeviceFace(const StencilFace& face)
+{
+    StencilFaceDesc desc;
+    desc.failOp = face.FailOp;
+    desc.depthFailOp = face.DepthFailOp;
+    desc.passOp = face.PassOp;
+    desc.func = DeviceComparison(face.Func);
+    return desc;
+}
+
+template <typename Description, typename Handle, typename Make>
+Handle FindOrMake(std::vector<std::pair<Description, Handle>>& made, const Description& description, Make make)
+{
+    for (const auto& [known, handle] : made)
+        if (known == description)
+            return handle;
+    const Handle handle = make();
+    if (handle)
+        made.emplace_back(description, handle);
+    return handle;
+}
+}
+
+BlendDesc ToDeviceBlend(const BlendDescription& description)
+{
+    BlendDesc desc;
+    desc.alphaToCoverage = description.AlphaToCoverageEnable;
+    desc.independentBlend = false;
+    RenderTargetBlendDesc& target = desc.renderTargets[0];
+    target.blendEnable = description.BlendEnable;
+    target.srcBlend = description.SrcBlend;
+    target.destBlend = description.DestBlend;
+    target.blendOp = description.Op;
+    target.srcBlendAlpha = description.SrcBlendAlpha;
+    target.destBlendAlpha = description.DestBlendAlpha;
+    target.blendOpAlpha = description.OpAlpha;
+    target.writeMask = static_cast<std::uint8_t>(description.WriteMask & 0xF);
+    for (RenderTargetBlendDesc& other : desc.renderTargets)
+        other = target;
+    return desc;
+}
+
+RasterizerDesc ToDeviceRasterizer(const RasterizerDescription& description)
+{
+    RasterizerDesc desc;
+    desc.fillMode = description.Fill;
+    desc.cullMode = description.Cull;
+    desc.frontCounterClockwise = description.FrontCounterClockwise;
+    desc.depthBias = description.DepthBias;
+    desc.depthBiasClamp = description.DepthBiasClamp;
+    desc.slopeScaledDepthBias = description.SlopeScaledDepthBias;
+    desc.depthClipEnable = description.DepthClipEnable;
+    desc.scissorEnable = description.ScissorEnable;
+    desc.multisampleEnable = description.MultisampleEnable;
+    desc.antialiasedLineEnable = description.AntialiasedLineEnable;
+    return desc;
+}
+
+DepthStencilDesc ToDeviceDepthStencil(const DepthStencilDescription& description)
+{
+    DepthStencilDesc desc;
+    desc.depthEnable = description.DepthEnable;
+    desc.depthWrite = description.DepthWrite;
+    desc.depthFunc = DeviceComparison(description.DepthFunc);
+    desc.stencilEnable = description.StencilEnable;
+    desc.stencilReadMask = static_cast<std::uint8_t>(description.StencilReadMask & 0xFF);
+    desc.stencilWriteMask = static_cast<std::uint8_t>(description.StencilWriteMask & 0xFF);
+    desc.frontFace = DeviceFace(description.Front);
+    desc.backFace = DeviceFace(description.Back);
+    return desc;
+}
+
+BlendStateHandle DeviceRenderStateApplier::Blend(const BlendDescription& description)
+{
+    return FindOrMake(m_Blends, description,
+                      [&] { return m_Device.CreateBlendState(ToDeviceBlend(description)); });
+}
+
+RasterizerStateHandle DeviceRenderStateApplier::Rasterizer(const RasterizerDescription& description)
+{
+    return FindOrMake(m_Rasterizers, description,
+                      [&] { return m_Device.CreateRasterizerState(ToDeviceRasterizer(description)); });
+}
+
+DepthStencilStateHandle DeviceRenderStateApplier::DepthStencil(const DepthStencilDescription& description)
+{
+    return FindOrMake(m_DepthStencils, description,
+                      [&] { return m_Device.CreateDepthStencilState(ToDeviceDepthStencil(description)); });
+}
+
+bool DeviceRenderStateApplier::CreateBlendState(const BlendDescription& description)
+{
+    return static_cast<bool>(Blend(description));
+}
+
+bool DeviceRenderStateApplier::CreateRasterizerState(const RasterizerDescription& description)
+{
+    return static_cast<bool>(Rasterizer(description));
+}
+
+bool DeviceRenderStateApplier::CreateDepthStencilState(const DepthStencilDescription& description)
+{
+    return static_cast<bool>(DepthStencil(description));
+}
+
+void DeviceRenderStateApplier::SetTopology(Topology topology)
+{
+    m_Device.SetPrimitiveTopology(static_cast<PrimitiveTopology>(static_cast<std::uint32_t>(topology)));
+}
+
+void DeviceRenderStateApplier::SetBlendState(const BlendDescription& description, const float factor[4],
+                                             unsigned sampleMask)
+{
+    m_Device.SetBlendState(Blend(description), {factor[0], factor[1], factor[2], factor[3]}, sampleMask);
+}
+
+void DeviceRenderStateApplier::SetDepthStencilState(const DepthStencilDescription& description, unsigned reference)
+{
+    m_Device.SetDepthStencilState(DepthStencil(description), reference);
+}
+
+void DeviceRenderStateApplier::SetRasterizerState(const RasterizerDescription& description)
+{
+    m_Device.SetRasterizerState(Rasterizer(description));
+}
+}
