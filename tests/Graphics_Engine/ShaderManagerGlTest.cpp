@@ -340,3 +340,41 @@ TEST_F(ShaderManagerGlTest, ComputeProgramWritesItsImage)
     m_Device->DestroyRenderTarget(target);
     m_Device->DestroyTexture(texture);
 }
+
+TEST_F(ShaderManagerGlTest, ForwardOnAVertexStageAndInstancedOnAPixelStageHaveNoEffect)
+{
+    m_Folder.Write("Shaders/Vertex/FlagsVertex.glsl", R"(__ShaderDesc
+{
+    Type Vertex
+    EntryPoint main
+    Flag Forward
+}
+out gl_PerVertex { vec4 gl_Position; };
+layout(location = 0) in vec3 Position;
+void main() { gl_Position = vec4(Position, 1.0); }
+)");
+    m_Folder.Write("Shaders/Pixel/FlagsPixel.glsl", R"(__ShaderDesc
+{
+    Type Pixel
+    EntryPoint main
+    Flag Instanced
+}
+layout(location = 0) out vec4 Colour;
+void main() { Colour = vec4(1.0); }
+)");
+    ShaderManager manager(*m_Device, m_Table, m_Folder.Path() + "Shaders/");
+    {
+        ReportCapture quiet;  // the broken test shader reports again
+        manager.LoadAll();
+    }
+    ShaderProgram* flags = manager.GetProgram("flagsvertex", "", "", "", "flagspixel");
+    ASSERT_NE(flags, nullptr);
+    ASSERT_TRUE(flags->Loaded);
+    EXPECT_FALSE(flags->Forward);
+    EXPECT_FALSE(flags->Instanced);
+    // The same flags on the stages they belong to take effect.
+    ShaderProgram* test = manager.GetProgram("testvertex", "", "", "", "testpixel");
+    ASSERT_NE(test, nullptr);
+    EXPECT_TRUE(test->Instanced);
+    EXPECT_TRUE(test->Forward);
+}
