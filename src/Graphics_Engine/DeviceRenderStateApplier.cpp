@@ -4,18 +4,13 @@ namespace Graphics
 {
 namespace
 {
-ComparisonFunc DeviceComparison(Comparison comparison)
-{
-    return static_cast<ComparisonFunc>(static_cast<std::uint32_t>(comparison));
-}
-
 StencilFaceDesc DeviceFace(const StencilFace& face)
 {
     StencilFaceDesc desc;
     desc.failOp = face.FailOp;
     desc.depthFailOp = face.DepthFailOp;
     desc.passOp = face.PassOp;
-    desc.func = DeviceComparison(face.Func);
+    desc.func = face.Func;
     return desc;
 }
 
@@ -72,7 +67,7 @@ DepthStencilDesc ToDeviceDepthStencil(const DepthStencilDescription& description
     DepthStencilDesc desc;
     desc.depthEnable = description.DepthEnable;
     desc.depthWrite = description.DepthWrite;
-    desc.depthFunc = DeviceComparison(description.DepthFunc);
+    desc.depthFunc = description.DepthFunc;
     desc.stencilEnable = description.StencilEnable;
     desc.stencilReadMask = static_cast<std::uint8_t>(description.StencilReadMask & 0xFF);
     desc.stencilWriteMask = static_cast<std::uint8_t>(description.StencilWriteMask & 0xFF);
@@ -114,9 +109,9 @@ bool DeviceRenderStateApplier::CreateDepthStencilState(const DepthStencilDescrip
     return static_cast<bool>(DepthStencil(description));
 }
 
-void DeviceRenderStateApplier::SetTopology(Topology topology)
+void DeviceRenderStateApplier::SetTopology(PrimitiveTopology topology)
 {
-    m_Device.SetPrimitiveTopology(static_cast<PrimitiveTopology>(static_cast<std::uint32_t>(topology)));
+    m_Device.SetPrimitiveTopology(topology);
 }
 
 void DeviceRenderStateApplier::SetBlendState(const BlendDescription& description, const float factor[4],

@@ -29,7 +29,7 @@ public:
     bool CreateBlendState(const BlendDescription& description) override;
     bool CreateRasterizerState(const RasterizerDescription& description) override;
     bool CreateDepthStencilState(const DepthStencilDescription& description) override;
-    void SetTopology(Topology topology) override;
+    void SetTopology(PrimitiveTopology topology) override;
     void SetBlendState(const BlendDescription& description, const float factor[4], unsigned sampleMask) override;
     void SetDepthStencilState(const DepthStencilDescription& description, unsigned reference) override;
     void SetRasterizerState(const RasterizerDescription& description) override;

@@ -18,7 +18,7 @@ public:
     // Prepares a depth-stencil state; false when the device refuses it.
     virtual bool CreateDepthStencilState(const DepthStencilDescription& description) = 0;
     // Sets the primitive topology.
-    virtual void SetTopology(Topology topology) = 0;
+    virtual void SetTopology(PrimitiveTopology topology) = 0;
     // Sets the blend state with its blend factor and sample mask.
     virtual void SetBlendState(const BlendDescription& description, const float factor[4], unsigned sampleMask) = 0;
     // Sets the depth-stencil state with its stencil reference.

@@ -41,7 +41,7 @@ bool RenderStateBlock::CreateDepthStencilState(RenderStateApplier& device,
 
 void RenderStateBlock::Apply(RenderStateApplier& device) const
 {
-    device.SetTopology(m_Topology);
+    device.SetTopology(m_PrimitiveTopology);
     device.SetBlendState(m_Blend, kBlendFactor, kSampleMask);
     device.SetDepthStencilState(m_DepthStencil, kStencilReference);
     device.SetRasterizerState(m_Rasterizer);
@@ -49,7 +49,7 @@ void RenderStateBlock::Apply(RenderStateApplier& device) const
 
 void RenderStateBlock::ApplyBlendState(RenderStateApplier& device) const
 {
-    device.SetTopology(m_Topology);
+    device.SetTopology(m_PrimitiveTopology);
     device.SetBlendState(m_Blend, kBlendFactor, kSampleMask);
 }
 

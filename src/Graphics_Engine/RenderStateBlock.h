@@ -34,6 +34,6 @@ public:
     // The depth-stencil state.
     DepthStencilDescription m_DepthStencil;
     // The primitive topology.
-    Topology m_Topology = Topology::TriangleList;
+    PrimitiveTopology m_PrimitiveTopology = PrimitiveTopology::TriangleList;
 };
 }

@@ -2,18 +2,13 @@
 // blending, depth and stencil, rasterizer, and the primitive topology. The
 // numbers and defaults are those of the Direct3D 11 descriptions the renderer's
 // code is written against; the device maps them onto OpenGL one to one. The
-// blend, stencil, fill and cull enumerations are the device's own.
+// enumerations (blend, comparison, stencil, fill, cull, topology) are the device's own.
 #pragma once
 
 #include "Graphics_Engine/DeviceTypes.h"
 
 namespace Graphics
 {
-// A comparison of depth or stencil values.
-enum class Comparison { Never = 1, Less, Equal, LessEqual, Greater, NotEqual, GreaterEqual, Always };
-// How vertices form primitives.
-enum class Topology { Undefined = 0, PointList, LineList, LineStrip, TriangleList, TriangleStrip, PatchList3 = 35 };
-
 // Blending of the render targets.
 struct BlendDescription
 {
@@ -51,7 +46,7 @@ struct StencilFace
     // When both pass.
     StencilOp PassOp = StencilOp::Keep;
     // The stencil test.
-    Comparison Func = Comparison::Always;
+    ComparisonFunc Func = ComparisonFunc::Always;
 };
 
 // Depth and stencil testing.
@@ -64,7 +59,7 @@ struct DepthStencilDescription
     // Depth writes on.
     bool DepthWrite = true;
     // The depth test.
-    Comparison DepthFunc = Comparison::Less;
+    ComparisonFunc DepthFunc = ComparisonFunc::Less;
     // Stencil test on.
     bool StencilEnable = false;
     // Bits read by the stencil test.

@@ -18,7 +18,7 @@ public:
     bool CreateBlendState(const Graphics::BlendDescription&) override { return accept; }
     bool CreateRasterizerState(const Graphics::RasterizerDescription&) override { return accept; }
     bool CreateDepthStencilState(const Graphics::DepthStencilDescription&) override { return accept; }
-    void SetTopology(Graphics::Topology topology) override
+    void SetTopology(Graphics::PrimitiveTopology topology) override
     {
         calls.push_back("topology");
         lastTopology = topology;
@@ -43,7 +43,7 @@ public:
 
     bool accept = true;
     std::vector<std::string> calls;
-    Graphics::Topology lastTopology = Graphics::Topology::Undefined;
+    Graphics::PrimitiveTopology lastTopology = Graphics::PrimitiveTopology::Undefined;
     bool blendOn = false;
     float factorSum = -1;
     unsigned sampleMask = 0;
@@ -61,7 +61,7 @@ Graphics::RenderStateBlock MadeBlock(FakeApplier& device)
     EXPECT_TRUE(block.CreateBlendState(device, blend));
     EXPECT_TRUE(block.CreateRasterizerState(device, rasterizer));
     EXPECT_TRUE(block.CreateDepthStencilState(device, Graphics::DepthStencilDescription()));
-    block.m_Topology = Graphics::Topology::LineList;
+    block.m_PrimitiveTopology = Graphics::PrimitiveTopology::LineList;
     return block;
 }
 }
@@ -71,7 +71,7 @@ TEST(RenderStateBlockTest, ApplySetsEveryStateWithZeroFactorFullMaskAndReference
     FakeApplier device;
     MadeBlock(device).Apply(device);
     EXPECT_EQ(device.calls, (std::vector<std::string>{"topology", "blend", "depth", "rasterizer"}));
-    EXPECT_EQ(device.lastTopology, Graphics::Topology::LineList);
+    EXPECT_EQ(device.lastTopology, Graphics::PrimitiveTopology::LineList);
     EXPECT_TRUE(device.blendOn);
     EXPECT_EQ(device.factorSum, 0.0f);
     EXPECT_EQ(device.sampleMask, 0xFFFFFFFFu);
