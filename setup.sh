@@ -8,11 +8,13 @@
 #   ./setup.sh tsan     build the threaded code (the lanes module and its tests, and
 #                       lanes writing script variables into the engine's Lua state)
 #                       with ThreadSanitizer into build-tsan/ and run those tests
-#   ./setup.sh fuzz [seconds] [text | cursor | archetype | shader]
+#   ./setup.sh fuzz [seconds] [text | cursor | archetype | shader | kbm | kba]
 #                       build the libFuzzer targets with clang into build-fuzz/
 #                       and fuzz one reader (default 600 seconds): the text
-#                       reader (the default), the cursor reader or the archetype
-#                       reader or the shader description preprocessor; crashes and hangs are written to build-fuzz/artifacts/
+#                       reader (the default), the cursor reader, the archetype
+#                       reader, the shader description preprocessor, or the
+#                       model and animation-set readers; crashes and hangs are
+#                       written to build-fuzz/artifacts/
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -57,14 +59,19 @@ case "${1:-}" in
     ;;
   fuzz)
     seconds="${2:-600}"
+    # The largest single allocation allowed, in MB: the binary readers bound every count by the
+    # bytes left, so for them it is small.
+    malloc_limit=2048
     # Each reader has a target <Name>Fuzz and seed inputs in fuzz/seeds/<Name>/.
     case "${3:-text}" in
       text) name=ReadObject ;;
       cursor) name=ReadCursor ;;
       archetype) name=ReadArchetype ;;
       shader) name=ShaderDescription ;;
+      kbm) name=ReadKbm malloc_limit=64 ;;
+      kba) name=ReadKba malloc_limit=64 ;;
       *)
-        echo "usage: ./setup.sh fuzz [seconds] [text | cursor | archetype | shader]" >&2
+        echo "usage: ./setup.sh fuzz [seconds] [text | cursor | archetype | shader | kbm | kba]" >&2
         exit 2
         ;;
     esac
@@ -74,11 +81,11 @@ case "${1:-}" in
     mkdir -p "fuzz-corpus/$name" "build-fuzz/artifacts/$name"
     # The reader must answer every input within a second; -timeout catches hangs.
     "./build-fuzz/fuzz/${name}Fuzz" "fuzz-corpus/$name" "fuzz/seeds/$name" \
-      -max_total_time="$seconds" -timeout=5 -rss_limit_mb=2048 -print_final_stats=1 \
+      -max_total_time="$seconds" -timeout=5 -rss_limit_mb=2048 -malloc_limit_mb="$malloc_limit" -print_final_stats=1 \
       -artifact_prefix="build-fuzz/artifacts/$name/"
     ;;
   *)
-    echo "usage: ./setup.sh [test | tsan | fuzz [seconds] [text | cursor | archetype | shader]]" >&2
+    echo "usage: ./setup.sh [test | tsan | fuzz [seconds] [text | cursor | archetype | shader | kbm | kba]]" >&2
     exit 2
     ;;
 esac
