@@ -67,6 +67,29 @@ int GlDeviceFixture::UniformOffset(Graphics::StageProgramHandle program, const s
     return offset;
 }
 
+int GlDeviceFixture::TextureInternalFormat(Graphics::TextureHandle texture)
+{
+    GLint format = 0;
+    glGetTextureLevelParameteriv(texture.id, 0, GL_TEXTURE_INTERNAL_FORMAT, &format);
+    return format;
+}
+
+int GlDeviceFixture::TextureMipCount(Graphics::TextureHandle texture)
+{
+    GLint levels = 0;
+    glGetTextureParameteriv(texture.id, GL_TEXTURE_IMMUTABLE_LEVELS, &levels);
+    return levels;
+}
+
+std::array<int, 2> GlDeviceFixture::TextureLevelSize(Graphics::TextureHandle texture, int level)
+{
+    GLint width = 0;
+    GLint height = 0;
+    glGetTextureLevelParameteriv(texture.id, level, GL_TEXTURE_WIDTH, &width);
+    glGetTextureLevelParameteriv(texture.id, level, GL_TEXTURE_HEIGHT, &height);
+    return {width, height};
+}
+
 bool GlDeviceFixture::SavePng(const std::string& path, const std::vector<std::uint8_t>& rgba, int width, int height)
 {
     return stbi_write_png(path.c_str(), width, height, 4, rgba.data(), width * 4) != 0;

@@ -1,8 +1,8 @@
 // GlTestDevice: a test fixture with a hidden window on the offscreen driver, an
 // OpenGL 4.5 core context on it and the device. Being test code of the
 // platform layer, its helpers may ask GL directly (sampler parameters,
-// resource properties) to check what the device did, and it saves pictures as
-// PNG files for a person to look at.
+// texture formats and mip levels, resource properties) to check what the device
+// did, and it saves pictures as PNG files for a person to look at.
 #pragma once
 
 #include "Graphics_Engine/GraphicsDevice.h"
@@ -55,6 +55,12 @@ protected:
     static float SamplerParameterFloat(Graphics::SamplerHandle sampler, unsigned parameter);
     // The offset GL reports for a uniform of a stage program, by name; -1 when absent.
     static int UniformOffset(Graphics::StageProgramHandle program, const std::string& name);
+    // The internal format GL reports for level 0 of a texture (GL_RGBA8, GL_SRGB8_ALPHA8, ...); 0 for none.
+    static int TextureInternalFormat(Graphics::TextureHandle texture);
+    // The number of mip levels GL holds for a texture (its immutable levels).
+    static int TextureMipCount(Graphics::TextureHandle texture);
+    // The width and height GL reports for one mip level of a texture.
+    static std::array<int, 2> TextureLevelSize(Graphics::TextureHandle texture, int level);
     // Writes RGBA8 pixels, top row first, as a PNG file; true on success.
     static bool SavePng(const std::string& path, const std::vector<std::uint8_t>& rgba, int width, int height);
 
