@@ -24,6 +24,7 @@ packages=(
   libluajit-5.1-dev lua-filesystem-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   libepoxy-dev libgl-dev libegl-dev libgl1-mesa-dri libegl-mesa0 libstb-dev libimgui-dev
+  libassimp-dev
 )
 if [ "${1:-}" = fuzz ]; then
   packages+=(clang libclang-rt-14-dev)
