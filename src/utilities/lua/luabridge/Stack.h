@@ -10,6 +10,8 @@
 //                                                 and an object that names its own class
 //                                                 (GetMeta) is pushed as that class
 //   other pointers                                light userdata
+//   std::vector<E> (pushed only)                  a new table of the elements, 1 to n,
+//                                                 each pushed as an E by value
 //
 // A reference argument given nil raises the Lua error "nil passed to reference".
 #pragma once
@@ -21,8 +23,10 @@
 
 #include <lua.hpp>
 
+#include <cstddef>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 namespace luabridge
 {
@@ -50,6 +54,12 @@ const void* ClassKeyOfObject(const T* object)
 // True for class types carried as bound objects (everything but strings).
 template <class T>
 constexpr bool kIsObject = std::is_class_v<T> && !std::is_same_v<T, std::string>;
+
+// True for std::vector, which is pushed as a table of its elements.
+template <class T>
+constexpr bool kIsVector = false;
+template <class E, class A>
+constexpr bool kIsVector<std::vector<E, A>> = true;
 }
 
 // Pushes a copy of `value`, owned by Lua.
@@ -105,6 +115,15 @@ struct Stack
                 lua_pushlightuserdata(L, const_cast<void*>(static_cast<const void*>(value)));
             else
                 lua_pushnil(L);
+        }
+        else if constexpr (detail::kIsVector<Bare>)
+        {
+            lua_createtable(L, static_cast<int>(value.size()), 0);
+            for (std::size_t i = 0; i < value.size(); ++i)
+            {
+                Stack<typename Bare::value_type>::Push(L, value[i]);
+                lua_rawseti(L, -2, static_cast<int>(i + 1));
+            }
         }
         else if constexpr (kIsReference)
         {
