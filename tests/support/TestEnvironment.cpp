@@ -1,7 +1,11 @@
 // The environment every test program runs in, set before any test starts unless
 // the caller set it already: no window on screen (SDL's offscreen driver, which
 // still gives an OpenGL context), no sound device, error dialogs answered
-// Abort, and the application data folder inside the build folder. CTest can
+// Abort, the application data folder inside the build folder, and Mesa's
+// software rasterizer drawing on the calling thread: its worker threads
+// outlive the GL context, and LeakSanitizer's stop-the-world pass at exit now
+// and then crashed on them (it also keeps the tests from competing for the
+// cores with each other's rasterizer threads). CTest can
 // pass only one environment variable through the test discovery, so the
 // programs set the rest themselves; a test run by hand gets the same.
 #include <cstdlib>
@@ -16,6 +20,7 @@ struct TestEnvironment
         setenv("SDL_AUDIODRIVER", "dummy", 0);
         setenv("VORN_DIALOG_ANSWER", "abort", 0);
         setenv("VORN_APPDATA_DIR", VORN_TEST_APPDATA_DIR, 0);
+        setenv("LP_NUM_THREADS", "0", 0);
     }
 };
 
