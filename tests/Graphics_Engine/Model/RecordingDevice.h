@@ -1,7 +1,9 @@
-// RecordingDevice: a graphics device without hardware for the model tests. It
-// keeps the bytes of every buffer it makes (so ReadBuffer gives them back),
-// records what was created, bound and destroyed, and can be told to refuse
-// buffers of one kind. Everything else does nothing and makes nothing.
+// RecordingDevice: a graphics device without hardware for the model, mesh and
+// batching tests. It keeps the bytes of every buffer it makes (so ReadBuffer
+// gives them back, and Map hands out a dynamic buffer's bytes to write),
+// records what was created, bound, mapped, drawn and destroyed, and can be
+// told to refuse buffers of one kind. Everything else does nothing and makes
+// nothing.
 #pragma once
 
 #include "Graphics_Engine/GraphicsDevice.h"
@@ -9,6 +11,7 @@
 #include <cstring>
 #include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 class RecordingDevice final : public Graphics::GraphicsDevice
@@ -45,6 +48,29 @@ public:
     std::vector<VertexBind> vertexBinds;
     // Index buffer binds, in order.
     std::vector<IndexBind> indexBinds;
+    // One draw call of any of the four kinds.
+    struct DrawCall
+    {
+        // "Draw", "DrawIndexed", "DrawInstanced" or "DrawIndexedInstanced".
+        std::string kind;
+        // Vertices or indices.
+        std::uint32_t count;
+        // Instances; 1 for the calls without instances.
+        std::uint32_t instances;
+    };
+    // One Map call.
+    struct MapCall
+    {
+        Graphics::BufferHandle buffer;
+        Graphics::MapMode mode;
+    };
+
+    // Map calls, in order.
+    std::vector<MapCall> maps;
+    // Draw calls, in order.
+    std::vector<DrawCall> draws;
+    // SetPrimitiveTopology calls, in order.
+    std::vector<Graphics::PrimitiveTopology> topologies;
     // A kind of buffer to refuse (an empty handle), or none.
     std::optional<Graphics::BufferKind> refuse;
 
@@ -63,7 +89,14 @@ public:
         return {m_NextId++};
     }
     void UpdateSubresource(Graphics::BufferHandle, const void*, std::uint32_t, std::uint32_t) override {}
-    void* Map(Graphics::BufferHandle, Graphics::MapMode) override { return nullptr; }
+    void* Map(Graphics::BufferHandle buffer, Graphics::MapMode mode) override
+    {
+        maps.push_back({buffer, mode});
+        const auto found = buffers.find(buffer.id);
+        if (found == buffers.end() || found->second.desc.usage != Graphics::BufferUsage::Dynamic)
+            return nullptr;
+        return found->second.bytes.data();
+    }
     void Unmap(Graphics::BufferHandle) override {}
     std::vector<std::uint8_t> ReadBuffer(Graphics::BufferHandle buffer) override
     {
@@ -100,7 +133,7 @@ public:
     void SetBlendState(Graphics::BlendStateHandle, const std::array<float, 4>&, std::uint32_t) override {}
     void SetRasterizerState(Graphics::RasterizerStateHandle) override {}
     void SetDepthStencilState(Graphics::DepthStencilStateHandle, std::uint32_t) override {}
-    void SetPrimitiveTopology(Graphics::PrimitiveTopology) override {}
+    void SetPrimitiveTopology(Graphics::PrimitiveTopology topology) override { topologies.push_back(topology); }
 
     Graphics::StageCompileResult CompileStage(Graphics::ShaderStage, const std::string&) override { return {}; }
     void DestroyStageProgram(Graphics::StageProgramHandle) override {}
@@ -128,10 +161,20 @@ public:
     void BindSampler(std::uint32_t, Graphics::SamplerHandle) override {}
     void BindImage(std::uint32_t, Graphics::TextureHandle, Graphics::ImageAccess) override {}
 
-    void Draw(std::uint32_t, std::uint32_t) override {}
-    void DrawIndexed(std::uint32_t, std::uint32_t, std::int32_t) override {}
-    void DrawInstanced(std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t) override {}
-    void DrawIndexedInstanced(std::uint32_t, std::uint32_t, std::uint32_t, std::int32_t, std::uint32_t) override {}
+    void Draw(std::uint32_t count, std::uint32_t) override { draws.push_back({"Draw", count, 1}); }
+    void DrawIndexed(std::uint32_t count, std::uint32_t, std::int32_t) override
+    {
+        draws.push_back({"DrawIndexed", count, 1});
+    }
+    void DrawInstanced(std::uint32_t count, std::uint32_t instances, std::uint32_t, std::uint32_t) override
+    {
+        draws.push_back({"DrawInstanced", count, instances});
+    }
+    void DrawIndexedInstanced(std::uint32_t count, std::uint32_t instances, std::uint32_t, std::int32_t,
+                              std::uint32_t) override
+    {
+        draws.push_back({"DrawIndexedInstanced", count, instances});
+    }
     void Dispatch(std::uint32_t, std::uint32_t, std::uint32_t) override {}
     void Barrier() override {}
     void Finish() override {}

@@ -1,0 +1,23 @@
+// The matrices graphics components are drawn and picked with, for row vectors
+// (p * M): a rotation from a quaternion, and an object's world matrix, which
+// scales first, then rotates, then moves to the position.
+#pragma once
+
+#include "engine/Math/Matrix4.h"
+#include "engine/Math/Point3D.h"
+#include "engine/Math/Quaternion.h"
+#include "engine/Math/Vector3D.h"
+
+class Transform;
+
+namespace Graphics
+{
+// The rotation of the quaternion (normalised first; a zero quaternion gives the identity): its
+// rows are the rotated x, y and z axes.
+Math::Matrix4 RotationMatrix(const Math::Quaternion& rotation);
+// Scale, then rotation, then translation to `position`.
+Math::Matrix4 WorldMatrix(const Math::Point3D& position, const Math::Vector3D& scale,
+                          const Math::Quaternion& rotation);
+// The world matrix of a Transform: its scale and rotation, at its position plus its offset.
+Math::Matrix4 WorldMatrix(const Transform& transform);
+}
