@@ -8,11 +8,20 @@
 #include "engine/PerformanceData.h"
 #include "engine/Profiler.h"
 #include "engine/System.h"
-#include "Graphics_Engine/GraphicsSpace.h"
+#include "Graphics_Engine/Spaces/GraphicsSpace.h"
 #include "sound/SoundSpace.h"
 #include "utilities/Meta/Registration.h"
 #include "utilities/lua/EventBindLuaObject.h"
 #include "utilities/lua/ScriptEvent.h"
+
+namespace
+{
+// The space's graphics system, as scripts reach it (space.Graphics); null when it has none.
+Graphics::GraphicsSpace* GraphicsOf(Engine::Space* space)
+{
+    return space->GetSystem<Graphics::GraphicsSpace>();
+}
+}
 
 META_REGISTER_NS(Engine, Space)
 {
@@ -20,6 +29,7 @@ META_REGISTER_NS(Engine, Space)
     PROPERTY_STATIC(Level, +[] { return static_cast<int>(Engine::Level); }, nullptr, "Index of the game space.");
     PROPERTY_STATIC(HUD, +[] { return static_cast<int>(Engine::HUD); }, nullptr, "Index of the heads-up display space.");
     PROPERTY_STATIC(Menu, +[] { return static_cast<int>(Engine::Menu); }, nullptr, "Index of the menu space.");
+    PROPERTY_GET_FUNC(Graphics, &GraphicsOf, "The space's graphics system.");
     METHOD(SetPause);
     METHOD(SetHide);
     METHOD(SetLogicPause);

@@ -2,7 +2,7 @@
 
 #include "Graphics2D_Engine/D2DGraphics.h"
 #include "Graphics_Engine/GraphicsEngine.h"
-#include "Graphics_Engine/GraphicsSpace.h"
+#include "Graphics_Engine/Spaces/GraphicsSpace.h"
 #include "editor/EditorSystem.h"
 #include "editor/GuiInput.h"
 #include "engine/ArchetypeManager.h"

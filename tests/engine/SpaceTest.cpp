@@ -1,6 +1,6 @@
 #include "engine/Space.h"
 
-#include "Graphics_Engine/GraphicsSpace.h"
+#include "Graphics_Engine/Spaces/GraphicsSpace.h"
 #include "engine/GenericEvents.h"
 #include "engine/Log.h"
 #include "engine/System.h"

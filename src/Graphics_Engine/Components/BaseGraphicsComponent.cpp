@@ -2,7 +2,9 @@
 
 #include "Components/Transform/Transform.h"
 #include "Graphics_Engine/GraphicsDevice.h"
+#include "Graphics_Engine/Spaces/GraphicsSpace.h"
 #include "engine/GameObject.h"
+#include "engine/Space.h"
 #include "utilities/Meta/Registration.h"
 
 META_REGISTER_NS(Graphics, BaseGraphicsComponent)
@@ -21,10 +23,16 @@ Meta::Data* BaseGraphicsComponent::GetMeta() const
 void BaseGraphicsComponent::Initialize()
 {
     m_Transform = m_Owner ? m_Owner->GetComponent<Transform>() : nullptr;
+    Engine::Space* space = GetSpace();
+    if (GraphicsSpace* graphics = space ? space->GetSystem<GraphicsSpace>() : nullptr)
+        graphics->AddGraphicsComponent(m_Owner->GetId(), this, m_Transform);
 }
 
 void BaseGraphicsComponent::Uninitialize()
 {
+    Engine::Space* space = GetSpace();
+    if (GraphicsSpace* graphics = space ? space->GetSystem<GraphicsSpace>() : nullptr)
+        graphics->RemoveGraphicsComponent(m_Owner->GetId(), this);
     m_Transform = nullptr;
 }
 
