@@ -16,8 +16,15 @@ namespace
 // blocks they point to look leaked to the leak checker; kept, they stay reachable.
 int KeepDriverLoaded(dl_phdr_info* info, size_t, void*)
 {
-    if (info->dlpi_name != nullptr && std::strstr(info->dlpi_name, "_dri.so") != nullptr)
-        dlopen(info->dlpi_name, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
+    if (info->dlpi_name == nullptr)
+        return 0;
+    // The driver and the libraries of the display system that load it (EGL, GLX, GBM, the dispatch table).
+    for (const char* part : {"_dri.so", "libEGL", "libGLX", "libgbm", "libglapi", "libGLdispatch"})
+        if (std::strstr(info->dlpi_name, part) != nullptr)
+        {
+            dlopen(info->dlpi_name, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
+            break;
+        }
     return 0;
 }
 }
