@@ -31,7 +31,7 @@ BlendDesc ToDeviceBlend(const BlendDescription& description)
 {
     BlendDesc desc;
     desc.alphaToCoverage = description.AlphaToCoverageEnable;
-    desc.independentBlend = false;
+    desc.independentBlend = description.IndependentBlendEnable;
     RenderTargetBlendDesc& target = desc.renderTargets[0];
     target.blendEnable = description.BlendEnable;
     target.srcBlend = description.SrcBlend;
@@ -41,8 +41,24 @@ BlendDesc ToDeviceBlend(const BlendDescription& description)
     target.destBlendAlpha = description.DestBlendAlpha;
     target.blendOpAlpha = description.OpAlpha;
     target.writeMask = static_cast<std::uint8_t>(description.WriteMask & 0xF);
-    for (RenderTargetBlendDesc& other : desc.renderTargets)
-        other = target;
+    for (std::size_t i = 1; i < desc.renderTargets.size(); ++i)
+    {
+        RenderTargetBlendDesc& other = desc.renderTargets[i];
+        if (!description.IndependentBlendEnable)
+        {
+            other = target;
+            continue;
+        }
+        const TargetBlendDescription& own = description.OtherTargets[i - 1];
+        other.blendEnable = own.BlendEnable;
+        other.srcBlend = own.SrcBlend;
+        other.destBlend = own.DestBlend;
+        other.blendOp = own.Op;
+        other.srcBlendAlpha = own.SrcBlendAlpha;
+        other.destBlendAlpha = own.DestBlendAlpha;
+        other.blendOpAlpha = own.OpAlpha;
+        other.writeMask = static_cast<std::uint8_t>(own.WriteMask & 0xF);
+    }
     return desc;
 }
 

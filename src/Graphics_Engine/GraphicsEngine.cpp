@@ -1,19 +1,71 @@
 #include "Graphics_Engine/GraphicsEngine.h"
 
+#include "Graphics_Engine/DeviceRenderStateApplier.h"
+#include "Graphics_Engine/Material/Texture/TextureManager.h"
+#include "Graphics_Engine/Model/ModelManager.h"
+#include "Graphics_Engine/PipeLines/FrameContext.h"
+#include "Graphics_Engine/PipeLines/RenderPipeline.h"
+#include "Graphics_Engine/PipeLines/ShaderSource.h"
+#include "Graphics_Engine/Projection.h"
+#include "Graphics_Engine/Resolution.h"
+#include "Graphics_Engine/ShaderManager.h"
+#include "Graphics_Engine/VariableTable.h"
+#include "engine/Files.h"
+#include "engine/Log.h"
 #include "engine/Window.h"
+#include "platform/ImageWriter.h"
+#include "platform/NativeWindow.h"
+#include "platform/gl/GlContext.h"
+#include "platform/gl/GlDevice.h"
 #include "utilities/Meta/Registration.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <sstream>
 
 META_REGISTER_NS(Graphics, GraphicsEngine)
 {
     DERIVE(System);
+    DESCRIPTION("The 3D renderer.");
+    PROPERTY(Fullscreen, GetFullscreen, SetFullscreen, "Whether the game fills the monitor.");
+    PROPERTY(Resolution, GetResolution, SetResolution, "The index into the resolution table (0 to 8).");
+    PROPERTY(UseWindowSize, GetUseWindowSize, SetUseWindowSize, "Render at the window's size.");
+    METHOD(Resize);
+    METHOD(GetFullscreen);
+    METHOD(SetFullscreen);
+    METHOD(GetResolutionString);
+    METHOD(GetResolutionCount);
+    METHOD(GetWidth);
+    METHOD(GetHeight);
+    METHOD(Get);
 }
 
 namespace Graphics
 {
+namespace
+{
+// Bytes as gigabytes, for the adapter log.
+std::string Gigabytes(std::uint64_t bytes)
+{
+    std::ostringstream text;
+    text << static_cast<double>(bytes) * (1.0 / 1073741824.0);
+    return text.str();
+}
+}
+
 GraphicsEngine& GraphicsEngine::Get()
 {
     static GraphicsEngine* engine = new GraphicsEngine();
     return *engine;
+}
+
+GraphicsEngine::GraphicsEngine() : m_VariableTable(std::make_unique<VariableTable>())
+{
+}
+
+GraphicsEngine::~GraphicsEngine()
+{
+    ShutdownDevice();
 }
 
 Meta::Data* GraphicsEngine::GetMeta() const
@@ -21,15 +73,302 @@ Meta::Data* GraphicsEngine::GetMeta() const
     return Meta::Get<GraphicsEngine>();
 }
 
+void GraphicsEngine::OnResolutionOption(const char* value)
+{
+    if (value == nullptr)
+        return;
+    SetResolution(static_cast<unsigned>(std::strtoul(value, nullptr, 10)));
+    m_ResolutionFromOption = true;
+}
+
+void GraphicsEngine::OnScreenshotOption(const char* value)
+{
+    if (value == nullptr)
+    {
+        LOG("WARNING", "Option --screenshot needs a frame number of two or more digits, such as --screenshot=05.");
+        return;
+    }
+    m_ScreenshotFrame = std::strtoll(value, nullptr, 10);
+}
+
+void GraphicsEngine::RequestScreenshot(unsigned frame, const std::string& path)
+{
+    m_ScreenshotFrame = frame;
+    m_ScreenshotPath = path;
+}
+
+void GraphicsEngine::SetResolution(unsigned index)
+{
+    Resolution = ClampResolution(index);
+}
+
+std::string GraphicsEngine::GetResolutionString(unsigned index) const
+{
+    return ResolutionString(index);
+}
+
+unsigned GraphicsEngine::GetResolutionCount() const
+{
+    return ResolutionCount();
+}
+
+void GraphicsEngine::Initialize()
+{
+    Window& window = Window::Get();
+    // Where nobody sees the screen, the picture has a known size.
+    if (Platform::IsHeadlessVideo())
+    {
+        Fullscreen = false;
+        if (!m_ResolutionFromOption)
+            Resolution = 0;
+    }
+    InitializeOn(window.GetNativeWindow(), window.m_HorizontalScale, window.m_VerticalScale,
+                 Util::GetDataDirectory());
+}
+
+void GraphicsEngine::ReadMonitor()
+{
+    const Platform::DisplayRect monitor = m_Window ? m_Window->GetMonitorRect() : Platform::DisplayRect{};
+    m_WindowLeft = monitor.left;
+    m_WindowTop = monitor.top;
+    m_MonitorWidth = monitor.width;
+    m_MonitorHeight = monitor.height;
+}
+
+void GraphicsEngine::InitializeOn(Platform::NativeWindow& window, float scaleX, float scaleY,
+                                  const std::string& dataDirectory)
+{
+    m_Window = &window;
+    // 1. The monitor the window is on.
+    ReadMonitor();
+    // 2. and 3. The resolution.
+    if (Resolution == kResolutionUnset)
+        Resolution = ChooseResolution(m_MonitorWidth, m_MonitorHeight);
+    Resolution = ClampResolution(Resolution);
+    m_SelectedWidth = kResolutions[Resolution].width;
+    m_SelectedHeight = kResolutions[Resolution].height;
+    // 4. Client and render size.
+    int width = 0;
+    int height = 0;
+    window.GetClientSize(width, height);
+    m_ClientWidth = static_cast<int>(static_cast<float>(width) / (scaleX > 0.0f ? scaleX : 1.0f));
+    m_ClientHeight = static_cast<int>(static_cast<float>(height) / (scaleY > 0.0f ? scaleY : 1.0f));
+    const ResolutionRow render = RenderSize({false, UseWindowSize, m_MonitorWidth, m_MonitorHeight, m_ClientWidth,
+                                             m_ClientHeight, m_SelectedWidth, m_SelectedHeight});
+    m_RenderWidth = render.width;
+    m_RenderHeight = render.height;
+    // 5. The device, the back buffer, depth and targets, then the managers and the table.
+    std::string error;
+    if (!CreateDevice(error))
+    {
+        LOG("ERROR", "D3D11CreateDevice Failed");
+        std::fprintf(stderr, "D3D11CreateDevice Failed: %s\n", error.c_str());
+        m_Pipeline = std::make_unique<RenderPipeline>(nullptr);
+        PublishScreenSize();
+        ComputeProjection();
+        return;
+    }
+    LogAdapter();
+    m_Pipeline = std::make_unique<RenderPipeline>(m_Device.get());
+    m_Pipeline->CreateTargets(m_RenderWidth, m_RenderHeight, m_ClientWidth, m_ClientHeight, *m_VariableTable);
+    Initialized = true;
+    m_TextureManager = std::make_unique<TextureManager>(*m_Device);
+    m_ModelManager = std::make_unique<ModelManager>(*m_Device);
+    m_ModelManager->Initialize(dataDirectory);
+    m_TextureManager->InitTextureManager(dataDirectory);
+    // 6. Compute lighting when the device runs compute shaders (the light buffers come with the lights).
+    ComputeLighting = m_Device->SupportsCompute() && !m_NoComputeLighting;
+    // 7. The render size for the shaders.
+    PublishScreenSize();
+    // 8. Shaders, then the pipeline.
+    m_ShaderManager = std::make_unique<ShaderManager>(*m_Device, *m_VariableTable, dataDirectory + "Shaders/");
+    m_ShaderManager->LoadAll();
+    m_States = std::make_unique<DeviceRenderStateApplier>(*m_Device);
+    m_ShaderSource = std::make_unique<ManagerShaderSource>(*m_ShaderManager);
+    m_Pipeline->Build(*m_ShaderSource, *m_States, {ComputeLighting, m_NoPost});
+    // 9. Full screen.
+    if (Fullscreen)
+        GoFullscreen();
+    // 10. The projection.
+    ComputeProjection();
+}
+
+bool GraphicsEngine::CreateDevice(std::string& error)
+{
+    m_Context = std::make_unique<Platform::GlContext>();
+    if (m_Window == nullptr || !m_Context->Create(*m_Window, error))
+    {
+        if (m_Window == nullptr)
+            error = "there is no window";
+        m_Context.reset();
+        return false;
+    }
+    m_Device = Platform::CreateGlDevice(*m_Context);
+    if (!m_Device)
+    {
+        error = "the device could not be made on the context";
+        m_Context.reset();
+        return false;
+    }
+    // A GL buffer written unsynchronised never stalls, so instance rows need no discard between draws.
+    DiscardInstanceBuffer = false;
+    return true;
+}
+
+void GraphicsEngine::LogAdapter()
+{
+    const Platform::GlAdapter adapter = m_Context->QueryAdapter();
+    LOG("Info", "Graphics Hardware:");
+    LOG("Info", "Description: " + adapter.renderer + " (" + adapter.vendor + ", OpenGL " + adapter.version + ")");
+    LOG("Info", "VendorId: " + std::to_string(adapter.vendorId));
+    LOG("Info", "DeviceId: 0");
+    LOG("Info", "SubSysId: 0");
+    LOG("Info", "Revision: 0");
+    LOG("Info", "DedicatedVideoMemory: " + Gigabytes(adapter.dedicatedVideoMemory));
+    LOG("Info", "DedicatedSystemMemory: " + Gigabytes(adapter.dedicatedSystemMemory));
+    LOG("Info", "SharedSystemMemory: " + Gigabytes(adapter.sharedSystemMemory));
+}
+
+void GraphicsEngine::PublishScreenSize()
+{
+    m_VariableTable->SetVariable("ui2_ScreenSize", static_cast<unsigned>(m_RenderWidth),
+                                 static_cast<unsigned>(m_RenderHeight));
+}
+
+void GraphicsEngine::ComputeProjection()
+{
+    m_VariableTable->Resize(static_cast<unsigned>(m_RenderWidth), static_cast<unsigned>(m_RenderHeight),
+                            MakeProjection(FieldOfView, m_RenderWidth, m_RenderHeight));
+}
+
+void GraphicsEngine::Update(float dt)
+{
+    m_VariableTable->Update(dt);
+    if (!m_Device || !m_Pipeline)
+        return;
+    FrameContext frame{*m_Device, *m_States, *m_VariableTable, m_ModelManager->GetModel("FullScreenQuad"),
+                       ComputeLighting};
+    m_Pipeline->Run(frame);
+    if (m_ScreenshotFrame >= 0 && static_cast<long long>(m_FramesDrawn) == m_ScreenshotFrame)
+        SaveScreenshot();
+    m_Device->Present();
+    ++m_FramesDrawn;
+}
+
+void GraphicsEngine::SaveScreenshot()
+{
+    int width = 0;
+    int height = 0;
+    m_Context->DrawableSize(width, height);
+    const std::string path =
+        m_ScreenshotPath.empty() ? "Screenshot-" + std::to_string(m_FramesDrawn) + ".png" : m_ScreenshotPath;
+    const std::vector<std::uint8_t> pixels = m_Device->ReadPixels({}, 0, 0, 0, width, height);
+    if (Platform::WritePng(path, pixels, width, height))
+        LOG("Info", "Frame " + std::to_string(m_FramesDrawn) + " saved as \"" + path + "\" (" + std::to_string(width) +
+                        " x " + std::to_string(height) + ").");
+    else
+        LOG("WARNING", "Frame " + std::to_string(m_FramesDrawn) + " could not be saved as \"" + path + "\".");
+}
+
+void GraphicsEngine::Resize(int width, int height)
+{
+    if (!m_Pipeline || width <= 0 || height <= 0)
+        return;
+    // 1. The pipeline's targets go.
+    m_Pipeline->ReleaseTargets();
+    // 2. The client size and the render size.
+    m_ClientWidth = width;
+    m_ClientHeight = height;
+    const ResolutionRow render = RenderSize({Fullscreen, UseWindowSize, m_MonitorWidth, m_MonitorHeight, m_ClientWidth,
+                                             m_ClientHeight, m_SelectedWidth, m_SelectedHeight});
+    m_RenderWidth = render.width;
+    m_RenderHeight = render.height;
+    // 3. to 5. The window's picture follows the window by itself; targets, size, viewports, projection.
+    m_Pipeline->CreateTargets(m_RenderWidth, m_RenderHeight, m_ClientWidth, m_ClientHeight, *m_VariableTable);
+    PublishScreenSize();
+    ComputeProjection();
+}
+
+void GraphicsEngine::GoFullscreen()
+{
+    if (m_Window == nullptr)
+        return;
+    Platform::DisplayRect monitor = m_Window->GetMonitorRect();
+    // The window does not quite cover the monitor.
+    monitor.width = monitor.left + monitor.width - 2;
+    monitor.left = 2;
+    m_MonitorWidth = monitor.width;
+    m_MonitorHeight = monitor.height;
+    m_Window->SetPopup(monitor);
+}
+
+void GraphicsEngine::GoWindowed()
+{
+    if (m_Window != nullptr)
+        m_Window->SetWindowed(kResolutions[0].width, kResolutions[0].height);
+}
+
+void GraphicsEngine::SetFullscreen(bool fullscreen)
+{
+    Fullscreen = fullscreen;
+    if (!Initialized)
+        return;
+    if (fullscreen)
+        GoFullscreen();
+    else
+        GoWindowed();
+}
+
 void GraphicsEngine::OnWindowResize(Event* event)
 {
     auto* resize = static_cast<WindowResize*>(event);
     m_Width = resize->m_Width;
     m_Height = resize->m_Height;
+    if (!Initialized)
+        return;
+    switch (resize->m_Mode)
+    {
+    case ScreenMode::Fullscreen:
+        SetFullscreen(true);
+        break;
+    case ScreenMode::Windowed:
+        SetFullscreen(false);
+        break;
+    case ScreenMode::Toggle:
+        SetFullscreen(!Fullscreen);
+        break;
+    case ScreenMode::Keep:
+    default:
+        Resize(static_cast<int>(resize->m_Width), static_cast<int>(resize->m_Height));
+        break;
+    }
 }
 
 void GraphicsEngine::OnWindowFocus(Event* event)
 {
     m_Focused = static_cast<WindowFocus*>(event)->m_Focused;
+    if (!Initialized || !Fullscreen || m_Window == nullptr)
+        return;
+    if (m_Focused)
+    {
+        GoFullscreen();
+        m_Window->Restore();
+    }
+    else
+        m_Window->Minimize();
+}
+
+void GraphicsEngine::ShutdownDevice()
+{
+    // Everything made on the device goes before it: pipeline, managers, then the device and the context.
+    m_Pipeline.reset();
+    m_ShaderSource.reset();
+    m_ShaderManager.reset();
+    m_TextureManager.reset();
+    m_ModelManager.reset();
+    m_States.reset();
+    m_Device.reset();
+    m_Context.reset();
+    Initialized = false;
 }
 }

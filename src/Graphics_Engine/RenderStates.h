@@ -7,9 +7,35 @@
 
 #include "Graphics_Engine/DeviceTypes.h"
 
+#include <array>
+
 namespace Graphics
 {
-// Blending of the render targets.
+// Blending of one render target after the first, used when IndependentBlendEnable is on.
+struct TargetBlendDescription
+{
+    // Descriptions compare member by member.
+    bool operator==(const TargetBlendDescription&) const = default;
+    // Blending on.
+    bool BlendEnable = false;
+    // Colour factor of the source.
+    Blend SrcBlend = Blend::One;
+    // Colour factor of the destination.
+    Blend DestBlend = Blend::Zero;
+    // Colour operation.
+    BlendOp Op = BlendOp::Add;
+    // Alpha factor of the source.
+    Blend SrcBlendAlpha = Blend::One;
+    // Alpha factor of the destination.
+    Blend DestBlendAlpha = Blend::Zero;
+    // Alpha operation.
+    BlendOp OpAlpha = BlendOp::Add;
+    // Channels written, bit 0 red to bit 3 alpha.
+    unsigned WriteMask = 0xF;
+};
+
+// Blending of the render targets: the fields below describe target 0, and every target when
+// IndependentBlendEnable is off.
 struct BlendDescription
 {
     // Descriptions compare member by member.
@@ -32,6 +58,10 @@ struct BlendDescription
     BlendOp OpAlpha = BlendOp::Add;
     // Channels written, bit 0 red to bit 3 alpha.
     unsigned WriteMask = 0xF;
+    // Targets 1 to 7 blend as OtherTargets says instead of as target 0.
+    bool IndependentBlendEnable = false;
+    // Blending of targets 1 to 7 (element 0 is target 1), used when IndependentBlendEnable is on.
+    std::array<TargetBlendDescription, 7> OtherTargets{};
 };
 
 // The operations of one stencil face.

@@ -44,7 +44,7 @@ float SaneScale(float scale)
 }
 }
 
-META_REGISTER_ENUM(ScreenMode, {{"Keep", 0}, {"Toggle", 3}});
+META_REGISTER_ENUM(ScreenMode, {{"Keep", 0}, {"Fullscreen", 1}, {"Windowed", 2}, {"Toggle", 3}});
 
 META_REGISTER(WindowResize)
 {
@@ -117,6 +117,8 @@ void Window::Initialize()
     WindowMessage minMax;
     minMax.kind = WindowMessageKind::GetMinMaxInfo;
     HandleMessage(minMax);
+    // The renderer draws on the window with OpenGL.
+    m_Native.RequestOpenGl(true);
     // The native window's client area is exactly the size asked for, so there is no border to make up.
     if (m_Native.Create(m_Title, GetLogicalWidth(), GetLogicalHeight(), minMax.minWidth, minMax.minHeight))
     {

@@ -20,8 +20,10 @@
 // How a WindowResize changes the screen mode.
 enum class ScreenMode : unsigned
 {
-    Keep = 0,   // a plain size change
-    Toggle = 3  // switch between windowed and full screen
+    Keep = 0,        // a plain size change
+    Fullscreen = 1,  // go full screen
+    Windowed = 2,    // go windowed
+    Toggle = 3       // switch between windowed and full screen
 };
 
 // Sent when the window's size or screen mode changes.
@@ -66,6 +68,8 @@ public:
 
     // Shows the window and brings it to the front.
     void Show();
+    // The platform window, for the renderer's context and screen modes.
+    Platform::NativeWindow& GetNativeWindow() { return m_Native; }
     // Closes the native window at shutdown.
     void DestroyNativeWindow() { m_Native.Destroy(); }
     // True while the window holds the video system (from the start of Initialize).

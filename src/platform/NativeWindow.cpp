@@ -322,6 +322,8 @@ bool NativeWindow::Create(const std::string& title, int clientWidth, int clientH
         std::fprintf(stderr, "NativeWindow: cannot create the window: %s\n", SDL_GetError());
         return false;
     }
+    if (m_OpenGl)
+        KeepGlDriverLoaded();
     SDL_SetWindowMinimumSize(window, minWidth, minHeight);
     SDL_StartTextInput();
     m_Window = window;
@@ -420,5 +422,85 @@ void NativeWindow::Destroy()
         SDL_QuitSubSystem(SDL_INIT_VIDEO);
         m_VideoStarted = false;
     }
+}
+}
+
+namespace Platform
+{
+bool IsHeadlessVideo()
+{
+    const char* driver = SDL_GetCurrentVideoDriver();
+    if (driver == nullptr)
+        driver = SDL_getenv("SDL_VIDEODRIVER");
+    if (driver == nullptr)
+        return false;
+    const std::string name = driver;
+    return name == "offscreen" || name == "dummy";
+}
+
+DisplayRect NativeWindow::GetMonitorRect() const
+{
+    DisplayRect rect;
+    if (!m_VideoStarted && m_Window == nullptr)
+        return rect;
+    int display = m_Window != nullptr ? SDL_GetWindowDisplayIndex(AsWindow(m_Window)) : 0;
+    if (display < 0)
+        display = 0;
+    SDL_Rect bounds{};
+    if (SDL_GetDisplayBounds(display, &bounds) != 0)
+        return rect;
+    rect.left = bounds.x;
+    rect.top = bounds.y;
+    rect.width = bounds.w;
+    rect.height = bounds.h;
+    return rect;
+}
+
+void NativeWindow::SetPopup(const DisplayRect& rect)
+{
+    if (m_Window == nullptr || rect.width <= 0 || rect.height <= 0)
+        return;
+    SDL_Window* window = AsWindow(m_Window);
+    SDL_SetWindowBordered(window, SDL_FALSE);
+    SDL_SetWindowPosition(window, rect.left, rect.top);
+    SDL_SetWindowSize(window, rect.width, rect.height);
+}
+
+void NativeWindow::SetWindowed(int clientWidth, int clientHeight)
+{
+    if (m_Window == nullptr || clientWidth <= 0 || clientHeight <= 0)
+        return;
+    SDL_Window* window = AsWindow(m_Window);
+    SDL_SetWindowBordered(window, SDL_TRUE);
+    SDL_SetWindowSize(window, clientWidth, clientHeight);
+    const int display = std::max(0, SDL_GetWindowDisplayIndex(window));
+    SDL_SetWindowPosition(window, static_cast<int>(SDL_WINDOWPOS_CENTERED_DISPLAY(display)),
+                          static_cast<int>(SDL_WINDOWPOS_CENTERED_DISPLAY(display)));
+}
+
+void NativeWindow::GetFrameExtra(int& width, int& height) const
+{
+    width = 0;
+    height = 0;
+    if (m_Window == nullptr)
+        return;
+    int top = 0, left = 0, bottom = 0, right = 0;
+    if (SDL_GetWindowBordersSize(AsWindow(m_Window), &top, &left, &bottom, &right) == 0)
+    {
+        width = left + right;
+        height = top + bottom;
+    }
+}
+
+void NativeWindow::Minimize()
+{
+    if (m_Window != nullptr)
+        SDL_MinimizeWindow(AsWindow(m_Window));
+}
+
+void NativeWindow::Restore()
+{
+    if (m_Window != nullptr)
+        SDL_RestoreWindow(AsWindow(m_Window));
 }
 }

@@ -20,6 +20,18 @@ struct DisplayScale
     float vertical = 1.0f;
 };
 
+// A rectangle of the desktop, in window coordinates.
+struct DisplayRect
+{
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+};
+
+// True when the video driver shows nothing (SDL_VIDEODRIVER=offscreen or dummy).
+bool IsHeadlessVideo();
+
 class NativeWindow
 {
 public:
@@ -54,6 +66,19 @@ public:
     bool IsCreated() const { return m_Window != nullptr; }
     // Makes the next Create's window ready for an OpenGL context (GlContext).
     void RequestOpenGl(bool openGl) { m_OpenGl = openGl; }
+    // The bounds of the display the window is on (the primary display without a window); 0 x 0
+    // when video does not run.
+    DisplayRect GetMonitorRect() const;
+    // Takes the border away and lays the window over `rect` (full screen as a pop-up window).
+    void SetPopup(const DisplayRect& rect);
+    // Gives the window its border back with the given client size, centred on its display.
+    void SetWindowed(int clientWidth, int clientHeight);
+    // Outer size minus client size (the border), 0 x 0 where the system does not tell.
+    void GetFrameExtra(int& width, int& height) const;
+    // Minimizes the window without taking focus.
+    void Minimize();
+    // Restores a minimized window.
+    void Restore();
     // The SDL window, for the other platform classes; null without a window.
     void* GetNativeHandle() const { return m_Window; }
 

@@ -262,3 +262,24 @@ TEST_F(GameEndToEndTest, ScriptedStatesSwitchRestartAndQuitInTheRunLoopsOrder)
                      "Second Initialize 2;Second Update 1;Second Uninitialize;Second Unload;");
     EXPECT_NE(ReadLog().find("Frames run: 5\n"), std::string::npos) << ReadLog();
 }
+
+TEST_F(GameEndToEndTest, HeadlessRunSavesTheAskedFrameAsAPngOfTheWindowSize)
+{
+    const std::filesystem::path picture = m_AppData / "frame.png";
+    const GameRun run = RunGame("--frames=60 --screenshot=59 --screenshotpath=\"" + picture.string() +
+                                "\" --datadir=\"" VORN_DATA_DIR "\"");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    ASSERT_TRUE(std::filesystem::exists(picture)) << run.output << ReadLog();
+    // A PNG's size stands in its header: width and height, big-endian, from byte 16.
+    const std::string bytes = ReadFile(picture);
+    ASSERT_GE(bytes.size(), 24u);
+    const auto word = [&](std::size_t at) {
+        return (unsigned(std::uint8_t(bytes[at])) << 24) | (unsigned(std::uint8_t(bytes[at + 1])) << 16) |
+               (unsigned(std::uint8_t(bytes[at + 2])) << 8) | unsigned(std::uint8_t(bytes[at + 3]));
+    };
+    EXPECT_EQ(bytes.substr(1, 3), "PNG");
+    EXPECT_EQ(word(16), 1024u);
+    EXPECT_EQ(word(20), 576u);
+    EXPECT_NE(ReadLog().find("Frame 59 saved as"), std::string::npos) << ReadLog();
+    EXPECT_NE(ReadLog().find("Graphics Hardware:"), std::string::npos);
+}

@@ -336,6 +336,12 @@ void GlDevice::BindRenderTarget(RenderTargetHandle target)
 {
     const std::uint32_t name = m_Targets.count(target.id) != 0 ? target.id : 0;
     glBindFramebuffer(GL_FRAMEBUFFER, name);
+    // The window's picture is R8G8B8A8_UNORM, as a swap chain's: it stores what is written, even where
+    // the driver made it sRGB-capable. sRGB targets encode on write.
+    if (name == 0)
+        glDisable(GL_FRAMEBUFFER_SRGB);
+    else
+        glEnable(GL_FRAMEBUFFER_SRGB);
     m_BoundTarget = name;
 }
 
