@@ -23,7 +23,9 @@ TEST(ProjectionTest, EntriesAreThoseOfARightHandedZeroToOneProjection)
         {
             const bool set = (row == column && row < 3) || (row == 2 && column == 3) || (row == 3 && column == 2);
             if (!set)
+            {
                 EXPECT_EQ(p.m[row][column], 0.0f) << row << "," << column;
+            }
         }
 }
 

@@ -1,7 +1,7 @@
 #include "Graphics_Engine/Components/Mesh.h"
 
 #include "Graphics_Engine/Components/CloneGraphicsComponent.h"
-#include "Graphics_Engine/Components/MeshMatrices.h"
+#include "Graphics_Engine/WorldMatrix.h"
 #include "Graphics_Engine/Components/MeshResources.h"
 #include "Graphics_Engine/Model/ModelManager.h"
 #include "Graphics_Engine/PipeLines/InstanceBuffer/InstanceBuffer.h"
@@ -76,7 +76,7 @@ bool Mesh::Pick(float& distance, bool, const Math::Point3D& origin, const Math::
 {
     if (!m_Transform || !m_Model)
         return false;
-    const Math::Matrix4 inverse = MeshWorld(WorldMatrix(*m_Transform)).Inverse();
+    const Math::Matrix4 inverse = MeshWorld(MakeWorldMatrix(*m_Transform)).Inverse();
     const float from[4] = {origin.x, origin.y, origin.z, 1.0f};
     const float along[4] = {direction.x, direction.y, direction.z, 0.0f};
     float localFrom[4];

@@ -3,7 +3,7 @@
 #include "Graphics_Engine/Components/Mesh.h"
 
 #include "Components/Transform/Transform.h"
-#include "Graphics_Engine/Components/MeshMatrices.h"
+#include "Graphics_Engine/WorldMatrix.h"
 #include "Graphics_Engine/Components/MeshResources.h"
 #include "Graphics_Engine/Model/ModelManager.h"
 #include "Graphics_Engine/Model/RecordingDevice.h"
@@ -155,7 +155,7 @@ TEST_F(MeshTest, TheInverseTransposeRowsUndoTheWorldMatrix)
 {
     Mesh mesh;
     mesh.Rotation = AboutY(30.0f);
-    const Math::Matrix4 world = WorldMatrix(Math::Point3D(1, 2, 3), Math::Vector3D(1, 2, 0.5f), AboutY(-70.0f));
+    const Math::Matrix4 world = MakeWorldMatrix(Math::Point3D(1, 2, 3), Math::Vector3D(1, 2, 0.5f), AboutY(-70.0f));
     const std::vector<InstanceRow> rows = RowsOf(mesh, world);
     Math::Matrix4 written;
     Math::Matrix4 inverseTranspose;
