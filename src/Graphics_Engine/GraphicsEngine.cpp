@@ -1,6 +1,12 @@
 #include "Graphics_Engine/GraphicsEngine.h"
 
 #include "Graphics_Engine/DeviceRenderStateApplier.h"
+#include "Graphics_Engine/Components/MeshResources.h"
+#include "Graphics_Engine/PipeLines/Batching.h"
+#include "Graphics_Engine/PipeLines/InstanceBuffer/InstanceBuffer.h"
+#include "Graphics_Engine/RenderLists.h"
+#include "Graphics_Engine/ShaderLookup.h"
+#include "Graphics_Engine/Spaces/GraphicsSpace.h"
 #include "Graphics_Engine/Material/Texture/TextureManager.h"
 #include "Graphics_Engine/Model/ModelManager.h"
 #include "Graphics_Engine/PipeLines/FrameContext.h"
@@ -19,6 +25,7 @@
 #include "platform/gl/GlDevice.h"
 #include "utilities/Meta/Registration.h"
 
+#include <cfloat>
 #include <cstdio>
 #include <cstdlib>
 #include <sstream>
@@ -35,8 +42,14 @@ META_REGISTER_NS(Graphics, GraphicsEngine)
     METHOD(SetFullscreen);
     METHOD(GetResolutionString);
     METHOD(GetResolutionCount);
+    HELP("The world direction under the mouse (x, y in percent of the window).");
+    METHOD(GetMouseVec);
+    HELP("Where the ray under the mouse (x, y in percent of the window) meets the ground plane y = 0.");
+    METHOD(GetMousePos);
     METHOD(GetWidth);
     METHOD(GetHeight);
+    HELP("The window point a world point is drawn at.");
+    METHOD(Point3DTo2D);
     METHOD(Get);
 }
 
@@ -59,7 +72,8 @@ GraphicsEngine& GraphicsEngine::Get()
     return *engine;
 }
 
-GraphicsEngine::GraphicsEngine() : m_VariableTable(std::make_unique<VariableTable>())
+GraphicsEngine::GraphicsEngine()
+    : m_RenderLists(std::make_unique<RenderLists>()), m_VariableTable(std::make_unique<VariableTable>())
 {
 }
 
@@ -176,6 +190,8 @@ void GraphicsEngine::InitializeOn(Platform::NativeWindow& window, float scaleX, 
     m_ModelManager = std::make_unique<ModelManager>(*m_Device);
     m_ModelManager->Initialize(dataDirectory);
     m_TextureManager->InitTextureManager(dataDirectory);
+    SetMeshModels(m_ModelManager.get());
+    SetMeshTextures(m_TextureManager.get());
     // 6. Compute lighting when the device runs compute shaders (the light buffers come with the lights).
     ComputeLighting = m_Device->SupportsCompute() && !m_NoComputeLighting;
     // 7. The render size for the shaders.
@@ -186,11 +202,88 @@ void GraphicsEngine::InitializeOn(Platform::NativeWindow& window, float scaleX, 
     m_States = std::make_unique<DeviceRenderStateApplier>(*m_Device);
     m_ShaderSource = std::make_unique<ManagerShaderSource>(*m_ShaderManager);
     m_Pipeline->Build(*m_ShaderSource, *m_States, {ComputeLighting, m_NoPost});
+    m_InstanceBuffer = std::make_unique<InstanceBuffer>(*m_Device, DiscardInstanceBuffer);
+    m_InstanceBuffer->BuildBuffer();
+    m_ShaderLookup = std::make_unique<ManagerShaderLookup>(*m_ShaderManager);
+    ConnectStages();
     // 9. Full screen.
     if (Fullscreen)
         GoFullscreen();
     // 10. The projection.
     ComputeProjection();
+    RefreshSpaces();
+}
+
+void GraphicsEngine::ConnectStages()
+{
+    m_Pipeline->Geometry().m_DrawDeferred = [this](FrameContext& frame) {
+        for (const auto& [key, records] : m_RenderLists->m_Deferred)
+            DrawDeferredKey(records, m_ShaderManager.get(), frame.Device, *m_InstanceBuffer);
+    };
+    m_Pipeline->Forward().m_DrawForward = [this](FrameContext& frame, ForwardStage& stage) {
+        for (const ForwardRecord& record : m_RenderLists->m_Forward)
+        {
+            stage.ApplyStates(frame);
+            DrawForwardRecord(record, frame.Device, *m_InstanceBuffer);
+        }
+    };
+}
+
+void GraphicsEngine::AttachSpace(GraphicsSpace& space)
+{
+    space.SetRenderLists(m_RenderLists.get());
+    RefreshSpace(space);
+}
+
+void GraphicsEngine::RefreshSpace(GraphicsSpace& space)
+{
+    space.m_ShaderManager = m_ShaderManager.get();
+    space.m_VariableTable = m_VariableTable.get();
+    space.m_Screen.ClientWidth = static_cast<float>(m_ClientWidth);
+    space.m_Screen.ClientHeight = static_cast<float>(m_ClientHeight);
+    space.m_Screen.Projection = m_VariableTable->m_Perspective;
+}
+
+void GraphicsEngine::RefreshSpaces()
+{
+    for (const std::shared_ptr<SpaceRenderData>& data : m_RenderLists->m_Spaces)
+        if (data && data->Owner)
+            RefreshSpace(*data->Owner);
+}
+
+Math::Vector3D GraphicsEngine::GetMouseVec(const Math::Vector2D& mousePercent) const
+{
+    Ray ray;
+    ScreenProjection screen{static_cast<float>(m_ClientWidth), static_cast<float>(m_ClientHeight),
+                            m_VariableTable->m_Perspective};
+    if (!MakeScreenRay(mousePercent.x * 0.01f * screen.ClientWidth, mousePercent.y * 0.01f * screen.ClientHeight,
+                       screen, m_VariableTable->m_View.Inverse(), ray))
+        return Math::Vector3D(0.0f, 0.0f, 0.0f);
+    return ray.Direction;
+}
+
+Math::Point3D GraphicsEngine::GetMousePos(const Math::Vector2D& mousePercent) const
+{
+    const Math::Vector3D direction = GetMouseVec(mousePercent);
+    const Math::Matrix4 inverseView = m_VariableTable->m_View.Inverse();
+    const Math::Point3D eye(inverseView.m[3][0], inverseView.m[3][1], inverseView.m[3][2]);
+    // The ground's normal is +y: the ray meets it where eye.y + t * direction.y = 0, ahead of the eye.
+    if (std::fabs(direction.y) < 1.1920929e-07f || -eye.y / direction.y < 0.0f)
+        return Math::Point3D(FLT_MAX, FLT_MAX, FLT_MAX);
+    return eye + direction * (-eye.y / direction.y);
+}
+
+Math::Point2D GraphicsEngine::Point3DTo2D(const Math::Point3D& point) const
+{
+    const float world[4] = {point.x, point.y, point.z, 1.0f};
+    float clip[4];
+    (m_VariableTable->m_View * m_VariableTable->m_Perspective).TransformRow(world, clip);
+    if (clip[3] == 0.0f)
+        return Math::Point2D(0.0f, 0.0f);
+    const float x = clip[0] / clip[3];
+    const float y = clip[1] / clip[3];
+    return Math::Point2D((x * 0.5f + 0.5f) * static_cast<float>(m_ClientWidth),
+                         (0.5f - y * 0.5f) * static_cast<float>(m_ClientHeight));
 }
 
 bool GraphicsEngine::CreateDevice(std::string& error)
@@ -243,9 +336,15 @@ void GraphicsEngine::ComputeProjection()
 
 void GraphicsEngine::Update(float dt)
 {
+    // 1. The shared variables of the frame.
     m_VariableTable->Update(dt);
     if (!m_Device || !m_Pipeline)
         return;
+    // 2. The visible lists, from the current camera.
+    const Math::Matrix4 viewPerspective = m_VariableTable->m_View * m_VariableTable->m_Perspective;
+    const Math::Vector3D& eye = m_VariableTable->m_CameraPosition;
+    m_RenderLists->Build(viewPerspective, Math::Point3D(eye.x, eye.y, eye.z), *m_ShaderLookup);
+    // 3. The pipeline; 4. and 5. the 2D layer and the GUI come with their parts; 6. present.
     FrameContext frame{*m_Device, *m_States, *m_VariableTable, m_ModelManager->GetModel("FullScreenQuad"),
                        ComputeLighting};
     m_Pipeline->Run(frame);
@@ -287,6 +386,7 @@ void GraphicsEngine::Resize(int width, int height)
     m_Pipeline->CreateTargets(m_RenderWidth, m_RenderHeight, m_ClientWidth, m_ClientHeight, *m_VariableTable);
     PublishScreenSize();
     ComputeProjection();
+    RefreshSpaces();
 }
 
 void GraphicsEngine::GoFullscreen()
@@ -361,9 +461,16 @@ void GraphicsEngine::OnWindowFocus(Event* event)
 void GraphicsEngine::ShutdownDevice()
 {
     // Everything made on the device goes before it: pipeline, managers, then the device and the context.
+    SetMeshModels(nullptr);
+    SetMeshTextures(nullptr);
+    m_RenderLists->m_Deferred.clear();
+    m_RenderLists->m_Forward.clear();
     m_Pipeline.reset();
+    m_InstanceBuffer.reset();
+    m_ShaderLookup.reset();
     m_ShaderSource.reset();
     m_ShaderManager.reset();
+    RefreshSpaces();
     m_TextureManager.reset();
     m_ModelManager.reset();
     m_States.reset();

@@ -9,6 +9,13 @@
 // runs on. It follows the window through "WindowResize" (0 resize, 1 full
 // screen, 2 windowed, 3 toggle) and "WindowFocus".
 //
+// Each frame, after the spaces have placed their objects and set the camera,
+// Update builds the visible lists (RenderLists) from every attached space's
+// quad tree and runs the pipeline, whose geometry and forward stages draw the
+// lists through the instance buffer. A GraphicsSpace attaches itself when it
+// starts (AttachSpace), which hands it the lists, the shader manager, the
+// variable table and the window's size and projection for picking.
+//
 // Options: --no-post (no glow), --NoComputeLighting, --Windowed, --Resolution=NN, --UseWindowSize,
 // --screenshot=N and --screenshotpath=FILE (saves the frame shown at frame N,
 // counted from 0, as a PNG). Under a video driver that shows nothing
@@ -17,6 +24,10 @@
 #pragma once
 
 #include "Graphics_Engine/GraphicsDevice.h"
+#include "engine/Math/Point2D.h"
+#include "engine/Math/Point3D.h"
+#include "engine/Math/Vector2D.h"
+#include "engine/Math/Vector3D.h"
 #include "engine/Options.h"
 #include "engine/System.h"
 
@@ -35,8 +46,12 @@ class NativeWindow;
 namespace Graphics
 {
 class DeviceRenderStateApplier;
+class GraphicsSpace;
+class InstanceBuffer;
+class ManagerShaderLookup;
 class ManagerShaderSource;
 class ModelManager;
+class RenderLists;
 class RenderPipeline;
 class ShaderManager;
 class TextureManager;
@@ -87,6 +102,19 @@ public:
     // The render size.
     int GetWidth() const { return m_RenderWidth; }
     int GetHeight() const { return m_RenderHeight; }
+    // The world direction under the mouse, whose position is in percent of the window (0 to 100).
+    Math::Vector3D GetMouseVec(const Math::Vector2D& mousePercent) const;
+    // Where the ray under the mouse (in percent of the window) meets the plane y = 0; all coordinates
+    // the largest float when it does not.
+    Math::Point3D GetMousePos(const Math::Vector2D& mousePercent) const;
+    // The window point (client pixels, y down) a world point is drawn at.
+    Math::Point2D Point3DTo2D(const Math::Point3D& point) const;
+
+    // Hands `space` the visible lists, the shader manager, the variable table and the screen's
+    // size and projection; its render data is listed from now on.
+    void AttachSpace(GraphicsSpace& space);
+    // The visible lists of the frame.
+    RenderLists& Lists() { return *m_RenderLists; }
 
     // The managers and the device; null without a device.
     GraphicsDevice* Device() const { return m_Device.get(); }
@@ -139,12 +167,16 @@ public:
     int m_SelectedHeight = 0;
     // The instance buffer is written with discards only (true when the device cannot write unsynchronised).
     bool DiscardInstanceBuffer = true;
-    // Owned managers (the visible lists, lights and particles come with their own parts).
+    // Owned objects, in this order (the light manager and the particle library come with lights
+    // and particles).
+    std::unique_ptr<RenderLists> m_RenderLists;
     std::unique_ptr<TextureManager> m_TextureManager;
     std::unique_ptr<ModelManager> m_ModelManager;
     std::unique_ptr<ShaderManager> m_ShaderManager;
     std::unique_ptr<VariableTable> m_VariableTable;
     std::unique_ptr<RenderPipeline> m_Pipeline;
+    // The instance rows of every draw; made with the device.
+    std::unique_ptr<InstanceBuffer> m_InstanceBuffer;
     // Size of the window's client area in pixels and focus, from the last window events.
     unsigned m_Width = 0;
     unsigned m_Height = 0;
@@ -163,9 +195,13 @@ private:
     void GoWindowed();
     void SaveScreenshot();
     void ReadMonitor();
+    void ConnectStages();
+    void RefreshSpaces();
+    void RefreshSpace(GraphicsSpace& space);
 
     std::unique_ptr<DeviceRenderStateApplier> m_States;
     std::unique_ptr<ManagerShaderSource> m_ShaderSource;
+    std::unique_ptr<ManagerShaderLookup> m_ShaderLookup;
     unsigned m_FramesDrawn = 0;
     long long m_ScreenshotFrame = -1;
     std::string m_ScreenshotPath;

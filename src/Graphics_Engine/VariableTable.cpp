@@ -112,6 +112,7 @@ void VariableTable::SetResource(const std::string& name, ResourceHandle view)
 void VariableTable::SetCamera(const CameraState& camera)
 {
     m_View = camera.View;
+    m_CameraPosition = camera.Position;
     SetVariable("m_View", camera.View);
     SetVariable("f3_CameraPos", camera.Position);
     SetVariable("f3_CameraView", camera.ViewDirection);

@@ -100,6 +100,8 @@ public:
     Math::Matrix4 m_Perspective;
     // The camera's view matrix.
     Math::Matrix4 m_View;
+    // The camera's position, as SetCamera last took it.
+    Math::Vector3D m_CameraPosition{0.0f, 0.0f, 0.0f};
     // The seconds the frames have added up.
     float m_Time = 0.0f;
 

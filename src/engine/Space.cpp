@@ -215,6 +215,9 @@ void Space::SetHide(bool hidden)
         m_Events.Dispatch("Hide", &event);
     }
     m_Hidden = hidden;
+    // A hidden space is not drawn.
+    if (Graphics::GraphicsSpace* graphics = GetSystem<Graphics::GraphicsSpace>())
+        graphics->GetRenderData()->Visible = !hidden;
 }
 
 void Space::BroadcastEvent(std::string_view name, Event* event)

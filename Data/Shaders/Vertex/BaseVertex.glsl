@@ -24,11 +24,7 @@ layout(location = 3) flat out vec4 v_Diffuse;
 layout(location = 4) flat out vec4 v_Specular;
 layout(location = 5) flat out vec4 v_Material;
 
-// The instance stream: float4 rows, i_InstanceSize of them per instance from i_InstanceStart.
-layout(std430, binding = 0) readonly buffer b_Instanced
-{
-    vec4 InstanceRows[];
-};
+#include "Instancing.glsl"
 
 layout(std140, binding = 0) uniform Frame
 {
@@ -36,27 +32,16 @@ layout(std140, binding = 0) uniform Frame
     vec3 f3_CameraPos;
 };
 
-layout(std140, binding = 1) uniform Instancing
-{
-    uint i_InstanceStart;
-    uint i_InstanceSize;
-};
-
-vec4 InstanceRow(uint row)
-{
-    return InstanceRows[i_InstanceStart + uint(gl_InstanceID) * i_InstanceSize + row];
-}
-
 void main()
 {
     // Row vectors: p * M is the sum of M's rows weighted by p.
-    vec4 world = Position.x * InstanceRow(0u) + Position.y * InstanceRow(1u) + Position.z * InstanceRow(2u) +
-                 InstanceRow(3u);
-    v_Normal = (Normal.x * InstanceRow(4u) + Normal.y * InstanceRow(5u) + Normal.z * InstanceRow(6u)).xyz;
-    v_Tangent = (Tangent.x * InstanceRow(0u) + Tangent.y * InstanceRow(1u) + Tangent.z * InstanceRow(2u)).xyz;
+    vec4 world = Position.x * InstanceRow(0) + Position.y * InstanceRow(1) + Position.z * InstanceRow(2) +
+                 InstanceRow(3);
+    v_Normal = (Normal.x * InstanceRow(4) + Normal.y * InstanceRow(5) + Normal.z * InstanceRow(6)).xyz;
+    v_Tangent = (Tangent.x * InstanceRow(0) + Tangent.y * InstanceRow(1) + Tangent.z * InstanceRow(2)).xyz;
     v_TexCoord = TexCoord;
-    v_Diffuse = InstanceRow(8u);
-    v_Specular = InstanceRow(9u);
-    v_Material = InstanceRow(10u);
+    v_Diffuse = InstanceDiffuse();
+    v_Specular = InstanceSpecular();
+    v_Material = InstanceMaterial();
     gl_Position = world * m_ViewPerspective;
 }

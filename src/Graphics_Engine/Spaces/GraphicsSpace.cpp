@@ -3,6 +3,7 @@
 #include "Components/Camera/Camera/Camera.h"
 #include "Components/Transform/Transform.h"
 #include "Graphics_Engine/Components/BaseGraphicsComponent.h"
+#include "Graphics_Engine/GraphicsEngine.h"
 #include "Graphics_Engine/RenderLists.h"
 #include "Graphics_Engine/ShaderManager.h"
 #include "Graphics_Engine/Spaces/GraphicsUpdateEvent.h"
@@ -56,6 +57,11 @@ GraphicsSpace::~GraphicsSpace()
 {
     SetRenderLists(nullptr);
     m_RenderData->Owner = nullptr;
+}
+
+void GraphicsSpace::Initialize()
+{
+    GraphicsEngine::Get().AttachSpace(*this);
 }
 
 void GraphicsSpace::SetRenderLists(RenderLists* lists)

@@ -50,6 +50,8 @@ public:
     GraphicsSpace(const GraphicsSpace&) = delete;
     GraphicsSpace& operator=(const GraphicsSpace&) = delete;
 
+    // Attaches the space to the graphics engine (its lists, managers and screen).
+    void Initialize() override;
     // The space's graphics step of a frame (see the class comment).
     void Update(float dt) override;
     Meta::Data* GetMeta() const override;
