@@ -293,10 +293,13 @@ TEST(ShippedArchetypesTest, ThePlayerEnemyPickupAndWallPieceOfTheGameLoadWithout
     EXPECT_EQ(reports, "");
 
     const std::vector<std::pair<std::string, std::string>> expected = {
-        {"Player", "Transform"},
-        {"EmberCrawler", "Transform Bobber"},
-        {"HealthOrb", "Transform Spinner Bobber"},
-        {"WallPiece", "Transform"},
+        {"Player", "Transform Mesh"},
+        {"EmberCrawler", "Transform SkinnedMesh Bobber"},
+        {"HealthOrb", "Transform Mesh Spinner Bobber"},
+        {"WallPiece", "Transform TexturedMesh"},
+        {"FloorTile", "Transform TexturedMesh"},
+        {"Rock", "Transform Mesh"},
+        {"Camera", "Transform Camera"},
     };
     for (const auto& [name, components] : expected)
     {

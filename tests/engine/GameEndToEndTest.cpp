@@ -1,9 +1,14 @@
 // Runs the built Game binary headless, as a user or CI would, and checks what it leaves behind.
+#include "platform/ImageDecoder.h"
+
 #include <gtest/gtest.h>
 
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <set>
+#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -282,4 +287,72 @@ TEST_F(GameEndToEndTest, HeadlessRunSavesTheAskedFrameAsAPngOfTheWindowSize)
     EXPECT_EQ(word(20), 576u);
     EXPECT_NE(ReadLog().find("Frame 59 saved as"), std::string::npos) << ReadLog();
     EXPECT_NE(ReadLog().find("Graphics Hardware:"), std::string::npos);
+}
+
+// The first room as a headless run of the game with its own data leaves it at frame 59.
+class FirstRoomEndToEndTest : public GameEndToEndTest
+{
+protected:
+    Platform::DecodedImage Picture(const std::string& name, const std::string& options)
+    {
+        const std::filesystem::path picture = m_AppData.parent_path() / (m_AppData.filename().string() + name);
+        m_Pictures.push_back(picture);
+        const GameRun run = RunGame("--frames=60 --screenshot=59 --screenshotpath=\"" + picture.string() + "\" " +
+                                    options + " --datadir=\"" VORN_DATA_DIR "\"");
+        EXPECT_EQ(run.exitCode, 0) << run.output;
+        EXPECT_EQ(run.output.find("Lua Error"), std::string::npos) << run.output;
+        EXPECT_EQ(run.output.find("ERROR"), std::string::npos) << run.output;
+        return Platform::DecodeImageFile(picture.string());
+    }
+    void TearDown() override
+    {
+        for (const auto& picture : m_Pictures)
+            std::filesystem::remove(picture);
+        GameEndToEndTest::TearDown();
+    }
+    static std::array<int, 3> PixelOf(const Platform::DecodedImage& image, int x, int y)
+    {
+        const std::size_t at = (static_cast<std::size_t>(y) * image.width + x) * 4;
+        return {image.pixels[at], image.pixels[at + 1], image.pixels[at + 2]};
+    }
+    std::vector<std::filesystem::path> m_Pictures;
+};
+
+TEST_F(FirstRoomEndToEndTest, FirstRoomIsDrawnWithThePlayerInTheMiddleInItsMaterialColour)
+{
+    const Platform::DecodedImage image = Picture("first.png", "");
+    ASSERT_TRUE(image.Valid()) << image.error;
+    ASSERT_EQ(image.width, 1024);
+    ASSERT_EQ(image.height, 576);
+    // Not one colour: the floor's texture alone gives many.
+    std::set<std::uint32_t> colours;
+    for (std::size_t at = 0; at < image.pixels.size(); at += 4)
+        colours.insert(image.pixels[at] | (image.pixels[at + 1] << 8) | (image.pixels[at + 2] << 16));
+    EXPECT_GT(colours.size(), 100u);
+    // The camera looks at the player's middle. Its material's diffuse colour (60, 150, 255) lit by the
+    // room's global ambient (0.45, 0.42, 0.4) plus the material's ambient 0.2:
+    // 60 * 0.65, 150 * 0.62, 255 * 0.6.
+    const std::array<int, 3> player = PixelOf(image, 512, 288);
+    EXPECT_NEAR(player[0], 39, 6);
+    EXPECT_NEAR(player[1], 93, 6);
+    EXPECT_NEAR(player[2], 153, 6);
+}
+
+TEST_F(FirstRoomEndToEndTest, FirstRoomLooksTheSameWhenLitByTheLightVolumePass)
+{
+    const Platform::DecodedImage compute = Picture("compute.png", "");
+    const Platform::DecodedImage volumes = Picture("volumes.png", "--NoComputeLighting");
+    ASSERT_TRUE(compute.Valid()) << compute.error;
+    ASSERT_TRUE(volumes.Valid()) << volumes.error;
+    ASSERT_EQ(compute.pixels.size(), volumes.pixels.size());
+    std::size_t differing = 0;
+    long long total = 0;
+    for (std::size_t at = 0; at < compute.pixels.size(); ++at)
+    {
+        const int difference = std::abs(int(compute.pixels[at]) - int(volumes.pixels[at]));
+        total += difference;
+        differing += difference > 8 ? 1 : 0;
+    }
+    EXPECT_LT(static_cast<double>(total) / static_cast<double>(compute.pixels.size()), 1.0);
+    EXPECT_LT(differing, compute.pixels.size() / 1000);
 }

@@ -7,6 +7,11 @@ float CyclesPerSecond 0.5
 ]]
 
 function LogicUpdateEvent(update)
+    -- Where the object stands at its first update is the middle of the motion, so that whoever
+    -- creates it may still place it.
+    if baseHeight == nil then
+        baseHeight = owner.Transform.Position.y
+    end
     elapsed = elapsed + update.Dt
     local position = owner.Transform.Position
     position.y = baseHeight + this.Height * math.sin(elapsed * this.CyclesPerSecond * 2 * math.pi)
@@ -14,6 +19,6 @@ end
 
 function Initialize()
     elapsed = 0
-    baseHeight = owner.Transform.Position.y
+    baseHeight = nil
     owner.Space:RegisterEvent("LogicUpdate")
 end

@@ -1,6 +1,7 @@
--- The title screen: where a run starts. Until the menus and the join panel
--- exist, the title plays its attract loop and starts a run by itself after a
--- few seconds; anything may start one sooner by broadcasting "StartRun".
+-- The title screen: where a run starts. Behind it stands the first room with
+-- the party and its foes. Until the menus and the join panel exist, the title
+-- plays its attract loop and starts a run by itself after a few seconds;
+-- anything may start one sooner by broadcasting "StartRun".
 
 AttractSeconds = 3
 
@@ -15,6 +16,7 @@ end
 function Initialize()
     shown = 0
     this:RegisterEvent("StartRun")
+    CreateFirstRoom(SpaceManager.Get():GetSpace(Space.Level))
 end
 
 function Update(dt)
@@ -23,4 +25,8 @@ function Update(dt)
         shown = -math.huge
         Manager.Get():BroadcastEvent("StartRun", ScriptEvent("StartRun"))
     end
+end
+
+function Uninitialize()
+    SpaceManager.Get():GetSpace(Space.Level):DestroyAllGameObjects()
 end

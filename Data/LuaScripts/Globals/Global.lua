@@ -23,3 +23,9 @@ end
 function SetProperty(object, name, value)
     object[name] = value
 end
+
+-- The first room, which the title and the run build until rooms come from files.
+local firstRoom = loadfile(DataDirectory() .. "LuaScripts/Rooms/FirstRoom.lua")
+if firstRoom then
+    firstRoom()
+end

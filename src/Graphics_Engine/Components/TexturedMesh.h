@@ -4,7 +4,8 @@
 // name shows the missing texture) into the program's `t_DiffuseTexture`. The
 // texture is applied at the next draw, so meshes drawn as instances of one
 // call share the texture of the last of them: give meshes of different
-// textures different models, or the cube (drawn one by one).
+// textures different models, or the cube (drawn one by one). Its pixel stage
+// is "TexturedPixel", which multiplies the texture by the diffuse colour.
 #pragma once
 
 #include "Graphics_Engine/Components/Mesh.h"
@@ -14,7 +15,8 @@ namespace Graphics
 class TexturedMesh : public Mesh
 {
 public:
-    TexturedMesh() = default;
+    // A mesh whose pixel stage samples the diffuse texture.
+    TexturedMesh() { m_ShaderComponent.Pixel = "TexturedPixel"; }
     Component* Clone() const override;
     Meta::Data* GetMeta() const override;
     // Writes the rows of Mesh and binds the diffuse texture to the program.

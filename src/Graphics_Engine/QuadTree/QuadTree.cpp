@@ -3,6 +3,7 @@
 #include "Graphics_Engine/Components/BaseGraphicsComponent.h"
 #include "Graphics_Engine/Frustum.h"
 #include "engine/GameObject.h"
+#include "engine/Log.h"
 #include "utilities/Meta/Registration.h"
 
 #include <algorithm>
@@ -12,6 +13,8 @@ META_REGISTER_NS(Graphics, QuadTree)
     DESCRIPTION("The culling structure of a space: a tree of boxes over the room's grid of cells.");
     HELP("The objects within a radius of a point (a vector of game objects).");
     METHOD(GetObjectsInRadius);
+    HELP("Sets the grid (lowest corner, cell size, cells along x, cells along z) and builds the tree over it.");
+    METHOD(BuildGrid);
 }
 
 namespace Graphics
@@ -20,6 +23,8 @@ namespace
 {
 // How much larger than a child's box an object may reach and still go into that child.
 constexpr float kLooseness = 1.05f;
+// The most cells a grid may have (a room is tens of cells across).
+constexpr long long kMostCells = 1 << 20;
 }
 
 Meta::Data* QuadTree::GetMeta() const
@@ -60,6 +65,22 @@ int QuadTree::MakeParent(const int* children, int count)
     for (int i = 0; i < count; ++i)
         m_Nodes[static_cast<std::size_t>(children[i])].Parent = m_Nodes.back().Index;
     return m_Nodes.back().Index;
+}
+
+void QuadTree::BuildGrid(const Math::Point3D& origin, const Math::Vector3D& cellSize, int cellsAcross,
+                         int cellsDown)
+{
+    if (static_cast<long long>(cellsAcross) * cellsDown > kMostCells)
+    {
+        LOG("WARNING", "A quad tree grid of " + std::to_string(cellsAcross) + " by " + std::to_string(cellsDown) +
+                           " cells is more than a room can have; the tree is left as it was.");
+        return;
+    }
+    m_Origin = origin;
+    m_CellSize = cellSize;
+    m_CellsAcross = cellsAcross;
+    m_CellsDown = cellsDown;
+    Build();
 }
 
 void QuadTree::Build()

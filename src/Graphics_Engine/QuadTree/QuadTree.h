@@ -81,6 +81,9 @@ public:
 
     // Makes the nodes of the grid and puts every live object on the pending list.
     void Build();
+    // Sets the grid (its lowest corner, the size of a cell, cells along x and z) and builds: the
+    // room generator's call, also open to scripts.
+    void BuildGrid(const Math::Point3D& origin, const Math::Vector3D& cellSize, int cellsAcross, int cellsDown);
     // Places the pending objects, from the root down; nothing without a root.
     void Update();
     // A new object record (a freed index first), on the pending list; returns its index.

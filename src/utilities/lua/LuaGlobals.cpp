@@ -1,5 +1,6 @@
 #include "utilities/lua/LuaGlobals.h"
 
+#include "engine/Files.h"
 #include "engine/Log.h"
 #include "platform/Dialog.h"
 #include "utilities/lua/LuaPrint.h"
@@ -80,6 +81,14 @@ int l_loadfile(lua_State* L)
     return 1;
 }
 
+// DataDirectory(): the folder the game's data is read from, ending in '/', for scripts that load
+// other scripts with loadfile (which takes its path as given).
+int l_DataDirectory(lua_State* L)
+{
+    lua_pushstring(L, Util::GetDataDirectory().c_str());
+    return 1;
+}
+
 const luaL_Reg kGlobalFunctions[] = {
     {"fatal", l_fatal},
     {"print", l_print},
@@ -89,6 +98,7 @@ const luaL_Reg kGlobalFunctions[] = {
     {"__debugbreak", l_debug_break},
     {"stackDump", l_stackDump},
     {"loadfile", l_loadfile},
+    {"DataDirectory", l_DataDirectory},
     {nullptr, nullptr},
 };
 }

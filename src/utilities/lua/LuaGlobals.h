@@ -8,6 +8,7 @@
 //   stackDump()           prints the calling state's stack
 //   loadfile(path)        the compiled chunk of a file (path as given, not in the data
 //                         directory), watched; a change re-runs "Global.lua"
+//   DataDirectory()       the data folder, ending in '/', to build loadfile's paths with
 //
 // MakeCoroutine, Value and CheckIfPtr need the class binding and are registered with it.
 #pragma once

@@ -54,3 +54,11 @@ TEST(TexturedMeshTest, ATexturedMeshWritesTheElevenRowsOfAMesh)
     EXPECT_EQ(buffer.Pending[0], (InstanceRow{1, 0, 0, 0}));
     EXPECT_EQ(buffer.Pending[8], (InstanceRow{0, 0, 1, 1}));
 }
+
+TEST(TexturedMeshTest, ATexturedMeshDrawsWithTheTexturedPixelStage)
+{
+    TexturedMesh textured;
+    EXPECT_EQ(textured.m_ShaderComponent.Vertex, "BaseVertex");
+    EXPECT_EQ(textured.m_ShaderComponent.Pixel, "TexturedPixel");
+    EXPECT_TRUE(textured.m_ShaderComponent.m_Dirty);
+}

@@ -321,3 +321,29 @@ TEST(QuadTreeTest, ObjectsInRadiusComeFromTheirOwnersAndUseTheHalfWidthNodeBox)
 
     nearComponent.m_Owner = farComponent.m_Owner = cornerComponent.m_Owner = nullptr;
 }
+
+TEST(QuadTreeTest, BuildGridSetsTheGridAndBuildsOverIt)
+{
+    QuadTree tree;
+    tree.BuildGrid(Math::Point3D(-30.0f, -7.5f, -20.0f), Math::Vector3D(5.0f, 15.0f, 5.0f), 12, 8);
+    EXPECT_EQ(tree.m_CellsAcross, 12);
+    EXPECT_EQ(tree.m_CellsDown, 8);
+    ASSERT_NE(tree.GetRoot(), -1);
+    const QuadTreeNode& firstLeaf = tree.GetNode(0);
+    EXPECT_FLOAT_EQ(firstLeaf.Center.x, -27.5f);
+    EXPECT_FLOAT_EQ(firstLeaf.Center.z, -17.5f);
+}
+
+TEST(QuadTreeTest, GridTooLargeForARoomIsRefusedAndTheTreeStaysAsItWas)
+{
+    QuadTree tree;
+    MakeGrid(tree, 4, 4);
+    const int root = tree.GetRoot();
+    testing::internal::CaptureStdout();
+    tree.BuildGrid(Math::Point3D(), kUnit, 100000, 100000);
+    const std::string output = testing::internal::GetCapturedStdout();
+    EXPECT_NE(output.find("A quad tree grid of 100000 by 100000 cells is more than a room can have"), std::string::npos)
+        << output;
+    EXPECT_EQ(tree.m_CellsAcross, 4);
+    EXPECT_EQ(tree.GetRoot(), root);
+}

@@ -117,3 +117,10 @@ TEST_F(LuaGlobalsTest, AChangedLoadfileFileRunsTheGlobalScriptAgain)
     Run("value = loadfile('" + path + "')()");
     EXPECT_EQ(Number("value"), 2);
 }
+
+TEST_F(LuaGlobalsTest, DataDirectoryIsTheFolderTheGameReadsItsDataFrom)
+{
+    Run("folder = DataDirectory()");
+    EXPECT_EQ(String("folder"), Util::GetDataDirectory());
+    EXPECT_EQ(String("folder").back(), '/');
+}

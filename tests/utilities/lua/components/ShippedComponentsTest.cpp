@@ -71,6 +71,16 @@ TEST_F(ShippedComponentsTest, BobberFloatsItsObjectAroundWhereItStarted)
     EXPECT_NEAR(object->GetComponent<Transform>()->m_Position.y, 1.75f, 1e-4);
 }
 
+TEST_F(ShippedComponentsTest, BobberFloatsAroundWhereItsObjectWasPlacedAfterItWasMade)
+{
+    GameObject* object = MakeObject();
+    object->AddComponent("Bobber");
+    // Placed after its components started, as a script that creates and then moves an object does.
+    object->GetComponent<Transform>()->m_Position.y = -6.0f;
+    m_Space.Update(0.5f);
+    EXPECT_NEAR(object->GetComponent<Transform>()->m_Position.y, -5.75f, 1e-4);
+}
+
 TEST_F(ShippedComponentsTest, SpinnerVariablesGoThroughTheTextForm)
 {
     GameObject* object = MakeObject();
