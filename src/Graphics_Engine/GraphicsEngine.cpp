@@ -1,20 +1,20 @@
 #include "Graphics_Engine/GraphicsEngine.h"
 
-#include "Graphics_Engine/DeviceRenderStateApplier.h"
 #include "Graphics_Engine/Components/MeshResources.h"
-#include "Graphics_Engine/PipeLines/Batching.h"
-#include "Graphics_Engine/PipeLines/InstanceBuffer/InstanceBuffer.h"
-#include "Graphics_Engine/RenderLists.h"
-#include "Graphics_Engine/ShaderLookup.h"
-#include "Graphics_Engine/Spaces/GraphicsSpace.h"
+#include "Graphics_Engine/DeviceRenderStateApplier.h"
 #include "Graphics_Engine/Material/Texture/TextureManager.h"
 #include "Graphics_Engine/Model/ModelManager.h"
+#include "Graphics_Engine/PipeLines/Batching.h"
 #include "Graphics_Engine/PipeLines/FrameContext.h"
+#include "Graphics_Engine/PipeLines/InstanceBuffer/InstanceBuffer.h"
 #include "Graphics_Engine/PipeLines/RenderPipeline.h"
 #include "Graphics_Engine/PipeLines/ShaderSource.h"
 #include "Graphics_Engine/Projection.h"
+#include "Graphics_Engine/RenderLists.h"
 #include "Graphics_Engine/Resolution.h"
+#include "Graphics_Engine/ShaderLookup.h"
 #include "Graphics_Engine/ShaderManager.h"
+#include "Graphics_Engine/Spaces/GraphicsSpace.h"
 #include "Graphics_Engine/VariableTable.h"
 #include "engine/Files.h"
 #include "engine/Log.h"
@@ -25,7 +25,6 @@
 #include "platform/gl/GlDevice.h"
 #include "utilities/Meta/Registration.h"
 
-#include <cfloat>
 #include <cstdio>
 #include <cstdlib>
 #include <sstream>
@@ -251,41 +250,6 @@ void GraphicsEngine::RefreshSpaces()
             RefreshSpace(*data->Owner);
 }
 
-Math::Vector3D GraphicsEngine::GetMouseVec(const Math::Vector2D& mousePercent) const
-{
-    Ray ray;
-    ScreenProjection screen{static_cast<float>(m_ClientWidth), static_cast<float>(m_ClientHeight),
-                            m_VariableTable->m_Perspective};
-    if (!MakeScreenRay(mousePercent.x * 0.01f * screen.ClientWidth, mousePercent.y * 0.01f * screen.ClientHeight,
-                       screen, m_VariableTable->m_View.Inverse(), ray))
-        return Math::Vector3D(0.0f, 0.0f, 0.0f);
-    return ray.Direction;
-}
-
-Math::Point3D GraphicsEngine::GetMousePos(const Math::Vector2D& mousePercent) const
-{
-    const Math::Vector3D direction = GetMouseVec(mousePercent);
-    const Math::Matrix4 inverseView = m_VariableTable->m_View.Inverse();
-    const Math::Point3D eye(inverseView.m[3][0], inverseView.m[3][1], inverseView.m[3][2]);
-    // The ground's normal is +y: the ray meets it where eye.y + t * direction.y = 0, ahead of the eye.
-    if (std::fabs(direction.y) < 1.1920929e-07f || -eye.y / direction.y < 0.0f)
-        return Math::Point3D(FLT_MAX, FLT_MAX, FLT_MAX);
-    return eye + direction * (-eye.y / direction.y);
-}
-
-Math::Point2D GraphicsEngine::Point3DTo2D(const Math::Point3D& point) const
-{
-    const float world[4] = {point.x, point.y, point.z, 1.0f};
-    float clip[4];
-    (m_VariableTable->m_View * m_VariableTable->m_Perspective).TransformRow(world, clip);
-    if (clip[3] == 0.0f)
-        return Math::Point2D(0.0f, 0.0f);
-    const float x = clip[0] / clip[3];
-    const float y = clip[1] / clip[3];
-    return Math::Point2D((x * 0.5f + 0.5f) * static_cast<float>(m_ClientWidth),
-                         (0.5f - y * 0.5f) * static_cast<float>(m_ClientHeight));
-}
-
 bool GraphicsEngine::CreateDevice(std::string& error)
 {
     m_Context = std::make_unique<Platform::GlContext>();
@@ -387,75 +351,6 @@ void GraphicsEngine::Resize(int width, int height)
     PublishScreenSize();
     ComputeProjection();
     RefreshSpaces();
-}
-
-void GraphicsEngine::GoFullscreen()
-{
-    if (m_Window == nullptr)
-        return;
-    Platform::DisplayRect monitor = m_Window->GetMonitorRect();
-    // The window does not quite cover the monitor.
-    monitor.width = monitor.left + monitor.width - 2;
-    monitor.left = 2;
-    m_MonitorWidth = monitor.width;
-    m_MonitorHeight = monitor.height;
-    m_Window->SetPopup(monitor);
-}
-
-void GraphicsEngine::GoWindowed()
-{
-    if (m_Window != nullptr)
-        m_Window->SetWindowed(kResolutions[0].width, kResolutions[0].height);
-}
-
-void GraphicsEngine::SetFullscreen(bool fullscreen)
-{
-    Fullscreen = fullscreen;
-    if (!Initialized)
-        return;
-    if (fullscreen)
-        GoFullscreen();
-    else
-        GoWindowed();
-}
-
-void GraphicsEngine::OnWindowResize(Event* event)
-{
-    auto* resize = static_cast<WindowResize*>(event);
-    m_Width = resize->m_Width;
-    m_Height = resize->m_Height;
-    if (!Initialized)
-        return;
-    switch (resize->m_Mode)
-    {
-    case ScreenMode::Fullscreen:
-        SetFullscreen(true);
-        break;
-    case ScreenMode::Windowed:
-        SetFullscreen(false);
-        break;
-    case ScreenMode::Toggle:
-        SetFullscreen(!Fullscreen);
-        break;
-    case ScreenMode::Keep:
-    default:
-        Resize(static_cast<int>(resize->m_Width), static_cast<int>(resize->m_Height));
-        break;
-    }
-}
-
-void GraphicsEngine::OnWindowFocus(Event* event)
-{
-    m_Focused = static_cast<WindowFocus*>(event)->m_Focused;
-    if (!Initialized || !Fullscreen || m_Window == nullptr)
-        return;
-    if (m_Focused)
-    {
-        GoFullscreen();
-        m_Window->Restore();
-    }
-    else
-        m_Window->Minimize();
 }
 
 void GraphicsEngine::ShutdownDevice()
