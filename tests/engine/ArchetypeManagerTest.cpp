@@ -293,13 +293,13 @@ TEST(ShippedArchetypesTest, ThePlayerEnemyPickupAndWallPieceOfTheGameLoadWithout
     EXPECT_EQ(reports, "");
 
     const std::vector<std::pair<std::string, std::string>> expected = {
-        {"Player", "Transform Mesh"},
+        {"Player", "Transform Mesh CameraFocus"},
         {"EmberCrawler", "Transform SkinnedMesh Bobber"},
         {"HealthOrb", "Transform Mesh Spinner Bobber"},
         {"WallPiece", "Transform TexturedMesh"},
         {"FloorTile", "Transform TexturedMesh"},
         {"Rock", "Transform Mesh"},
-        {"Camera", "Transform Camera"},
+        {"Camera", "Transform Camera CameraController"},
     };
     for (const auto& [name, components] : expected)
     {

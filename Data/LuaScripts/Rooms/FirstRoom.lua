@@ -7,7 +7,8 @@
 -- The room's grid: 12 by 8 cells of 5 by 5, its floor at y = -7.5.
 FirstRoomGrid = { Across = 12, Down = 8, Cell = 5, Left = -30, Back = -20, Floor = -7.5 }
 
--- The camera's distance from the middle of the room, along its view.
+-- The camera's distance from the player, along its view: its controller's least zoom, so that a
+-- lone player keeps the camera where it starts.
 FirstRoomCameraDistance = 30
 
 -- Creates an object of the archetype `name` in `space` at (x, y, z); nil when the archetype is missing.
@@ -63,7 +64,8 @@ function CreateFirstRoom(space)
     PlaceAt(space, "HealthOrb", 15, floor + 1, -9)
     PlaceAt(space, "Player", 0, floor + 1.8, 0)
 
-    -- The camera, looking at the middle of the room from its distance.
+    -- The camera, looking at the player from its distance; its controller follows the party from
+    -- there and keeps the view inside the room.
     local camera = PlaceAt(space, "Camera", 0, 0, 0)
     if camera == nil then
         return nil
@@ -73,6 +75,12 @@ function CreateFirstRoom(space)
     position.x = -view.x * FirstRoomCameraDistance
     position.y = floor + 1.8 - view.y * FirstRoomCameraDistance
     position.z = -view.z * FirstRoomCameraDistance
+    local controller = camera.CameraController
+    controller.MinZoom = FirstRoomCameraDistance
+    controller.Min_X = grid.Left
+    controller.Max_X = -grid.Left
+    controller.Min_Z = grid.Back
+    controller.Max_Z = grid.Back + grid.Cell * grid.Down
     camera.Camera:SetAsPrimaryCamera()
     return camera
 end
