@@ -81,6 +81,21 @@ TEST_F(ShippedComponentsTest, BobberFloatsAroundWhereItsObjectWasPlacedAfterItWa
     EXPECT_NEAR(object->GetComponent<Transform>()->m_Position.y, -5.75f, 1e-4);
 }
 
+TEST_F(ShippedComponentsTest, OrbiterCarriesItsObjectRoundACircleAboutWhereItStood)
+{
+    GameObject* object = MakeObject();
+    object->AddComponent("Orbiter");  // radius 4, 45 degrees a second, from angle 0
+    Transform& transform = *object->GetComponent<Transform>();
+    transform.m_Position = Math::Point3D(10.0f, -6.0f, 2.0f);
+    m_Space.Update(2.0f);  // 90 degrees on
+    EXPECT_NEAR(transform.m_Position.x, 10.0f, 1e-4);
+    EXPECT_NEAR(transform.m_Position.z, 6.0f, 1e-4);
+    EXPECT_FLOAT_EQ(transform.m_Position.y, -6.0f);
+    m_Space.Update(2.0f);  // 180 degrees on
+    EXPECT_NEAR(transform.m_Position.x, 6.0f, 1e-4);
+    EXPECT_NEAR(transform.m_Position.z, 2.0f, 1e-4);
+}
+
 TEST_F(ShippedComponentsTest, SpinnerVariablesGoThroughTheTextForm)
 {
     GameObject* object = MakeObject();
