@@ -1,7 +1,7 @@
 #include "Graphics_Engine/Components/BaseGraphicsComponent.h"
 
 #include "Components/Transform/Transform.h"
-#include "Graphics_Engine/Model/RecordingDevice.h"
+#include "support/RecordingDevice.h"
 #include "utilities/Meta/Data.h"
 
 #include <gtest/gtest.h>

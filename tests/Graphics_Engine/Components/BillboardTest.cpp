@@ -2,7 +2,7 @@
 #include "Graphics_Engine/Components/Billboard.h"
 #include "Graphics_Engine/Components/TexturedMesh.h"
 
-#include "Graphics_Engine/Model/RecordingDevice.h"
+#include "support/RecordingDevice.h"
 #include "Graphics_Engine/PipeLines/InstanceBuffer/InstanceBuffer.h"
 
 #include <gtest/gtest.h>

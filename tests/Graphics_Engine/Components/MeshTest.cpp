@@ -6,7 +6,7 @@
 #include "Graphics_Engine/WorldMatrix.h"
 #include "Graphics_Engine/Components/MeshResources.h"
 #include "Graphics_Engine/Model/ModelManager.h"
-#include "Graphics_Engine/Model/RecordingDevice.h"
+#include "support/RecordingDevice.h"
 #include "Graphics_Engine/PipeLines/InstanceBuffer/InstanceBuffer.h"
 #include "engine/GameObject.h"
 #include "engine/Space.h"

@@ -1,7 +1,7 @@
 #include "Graphics_Engine/Components/ShaderComponent.h"
 
 #include "Graphics_Engine/ShaderManager.h"
-#include "Graphics_Engine/Model/RecordingDevice.h"
+#include "support/RecordingDevice.h"
 
 #include "support/TempFolder.h"
 

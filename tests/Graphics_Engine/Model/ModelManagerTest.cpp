@@ -2,7 +2,7 @@
 
 #include "Graphics_Engine/Model/ByteStream.h"
 #include "Graphics_Engine/Model/ModelFile.h"
-#include "Graphics_Engine/Model/RecordingDevice.h"
+#include "support/RecordingDevice.h"
 
 #include "support/ReportCapture.h"
 #include "support/TempFolder.h"

@@ -2,7 +2,7 @@
 
 #include "Graphics_Engine/Model/BuiltInModels.h"
 #include "Graphics_Engine/Model/ModelFile.h"
-#include "Graphics_Engine/Model/RecordingDevice.h"
+#include "support/RecordingDevice.h"
 
 #include "support/ReportCapture.h"
 
@@ -102,7 +102,7 @@ TEST(ModelTest, AModelWithNoGeometryMakesNoBuffersAndReportsNothing)
 TEST(ModelTest, ARefusedVertexBufferIsReportedFromCreateVertexBuffer)
 {
     RecordingDevice device;
-    device.refuse = BufferKind::Vertex;
+    device.refuseBuffers = BufferKind::Vertex;
     ReportCapture capture;
     Model model;
     model.SetGeometry(MakeCube().vertices, MakeCube().indices);
@@ -118,7 +118,7 @@ TEST(ModelTest, ARefusedVertexBufferIsReportedFromCreateVertexBuffer)
 TEST(ModelTest, ARefusedIndexBufferIsReportedFromCreateIndexBuffer)
 {
     RecordingDevice device;
-    device.refuse = BufferKind::Index;
+    device.refuseBuffers = BufferKind::Index;
     ReportCapture capture;
     Model model;
     model.SetGeometry(MakeCube().vertices, MakeCube().indices);

@@ -6,7 +6,7 @@
 #include "Graphics_Engine/Components/Mesh.h"
 #include "Graphics_Engine/Components/MeshResources.h"
 #include "Graphics_Engine/Model/ModelManager.h"
-#include "Graphics_Engine/Model/RecordingDevice.h"
+#include "support/RecordingDevice.h"
 #include "Graphics_Engine/PipeLines/InstanceBuffer/InstanceBuffer.h"
 #include "Graphics_Engine/ShaderManager.h"
 #include "Graphics_Engine/ShaderProgram.h"

@@ -4,7 +4,7 @@
 #include "Graphics_Engine/PipeLines/PostProcessEffect.h"
 #include "Graphics_Engine/VariableTable.h"
 
-#include "Graphics_Engine/Model/RecordingDevice.h"
+#include "support/RecordingDevice.h"
 #include "Graphics_Engine/PipeLines/PipelineRecorder.h"
 
 #include <gtest/gtest.h>

@@ -4,7 +4,7 @@
 // giving the start-up messages while the program runs on.
 #include "Graphics_Engine/Material/Texture/TextureManager.h"
 
-#include "support/CountingGraphicsDevice.h"
+#include "support/RecordingDevice.h"
 #include "support/ReportCapture.h"
 #include "support/TempFolder.h"
 #include "support/TestImages.h"
@@ -38,7 +38,7 @@ protected:
     }
 
     TempFolder m_Data;
-    CountingGraphicsDevice m_Device;
+    RecordingDevice m_Device;
 };
 
 TEST_F(TextureManagerTest, TexturesAreMadeWithFullMipChainAndTheirMipsGenerated)
@@ -48,19 +48,19 @@ TEST_F(TextureManagerTest, TexturesAreMadeWithFullMipChainAndTheirMipsGenerated)
     ReportCapture capture;
     manager.InitTextureManager(m_Data.Path());
     // The missing texture, the font and fine.png.
-    ASSERT_EQ(m_Device.Made.size(), 3u);
-    for (const auto& [id, desc] : m_Device.Made)
+    ASSERT_EQ(m_Device.texturesMade.size(), 3u);
+    for (const auto& [id, desc] : m_Device.texturesMade)
     {
         EXPECT_EQ(desc.mipLevels, 0u) << id;
-        EXPECT_NE(std::find(m_Device.MipsGenerated.begin(), m_Device.MipsGenerated.end(), id),
-                  m_Device.MipsGenerated.end())
+        EXPECT_NE(std::find(m_Device.mipsGenerated.begin(), m_Device.mipsGenerated.end(), id),
+                  m_Device.mipsGenerated.end())
             << id;
     }
-    const TextureDesc& fine = m_Device.Made.at(manager.Slots()[manager.GetTexture("fine.png")].texture.id);
+    const TextureDesc& fine = m_Device.texturesMade.at(manager.Slots()[manager.GetTexture("fine.png")].texture.id);
     EXPECT_EQ(fine.width, 8u);
     EXPECT_EQ(fine.height, 2u);
     EXPECT_EQ(fine.format, Format::R8G8B8A8_UNORM_SRGB);
-    EXPECT_EQ(m_Device.Made.at(manager.Slots()[0].texture.id).format, Format::R8G8B8A8_UNORM);
+    EXPECT_EQ(m_Device.texturesMade.at(manager.Slots()[0].texture.id).format, Format::R8G8B8A8_UNORM);
 }
 
 TEST_F(TextureManagerTest, EachOwnedTextureIsDestroyedOnceAndSharedMissingTextureNotAgain)
@@ -73,12 +73,12 @@ TEST_F(TextureManagerTest, EachOwnedTextureIsDestroyedOnceAndSharedMissingTextur
         manager.LoadTexture("gone.png", m_Data.Path() + "gone.png");
         EXPECT_EQ(manager.GetView(manager.GetTexture("bad.png")), manager.GetView(0));
         EXPECT_EQ(manager.GetView(manager.GetTexture("gone.png")), manager.GetView(0));
-        EXPECT_TRUE(m_Device.Destroyed.empty());
+        EXPECT_TRUE(m_Device.texturesDestroyed.empty());
     }
-    std::vector<std::uint32_t> destroyed = m_Device.Destroyed;
+    std::vector<std::uint32_t> destroyed = m_Device.texturesDestroyed;
     std::sort(destroyed.begin(), destroyed.end());
     std::vector<std::uint32_t> made;
-    for (const auto& [id, desc] : m_Device.Made)
+    for (const auto& [id, desc] : m_Device.texturesMade)
         made.push_back(id);
     EXPECT_EQ(destroyed, made);
 }
@@ -86,7 +86,7 @@ TEST_F(TextureManagerTest, EachOwnedTextureIsDestroyedOnceAndSharedMissingTextur
 TEST_F(TextureManagerTest, DeviceRefusingEveryTextureReportsMissingTextureAndFontAndRunsOn)
 {
     WriteTextures();
-    m_Device.RefuseTextures = true;
+    m_Device.refuseTextures = true;
     TextureManager manager(m_Device);
     ReportCapture capture;
     manager.InitTextureManager(m_Data.Path());

@@ -2,7 +2,7 @@
 // flush it asks for, uploads with discard and no-overwrite, and the draw calls.
 #include "Graphics_Engine/PipeLines/InstanceBuffer/InstanceBuffer.h"
 
-#include "Graphics_Engine/Model/RecordingDevice.h"
+#include "support/RecordingDevice.h"
 
 #include "support/ReportCapture.h"
 
@@ -56,7 +56,7 @@ TEST_F(InstanceBufferTest, TheGpuBufferIsADynamicStorageBufferOfAThousandRows)
 TEST(InstanceBufferFailureTest, ARefusedBufferIsReportedFromBuildBufferAndDrawsGoOn)
 {
     RecordingDevice device;
-    device.refuse = BufferKind::ShaderStorage;
+    device.refuseBuffers = BufferKind::ShaderStorage;
     InstanceBuffer buffer(device);
     ReportCapture capture;
     buffer.BuildBuffer();
