@@ -226,6 +226,7 @@ void GraphicsEngine::CreateLightBuffers()
 {
     m_LightManager->CreateLightBuffer();
     m_LightManager->CreateLightListBuffer(m_RenderWidth, m_RenderHeight);
+    m_VariableTable->SetResource("sb_lights", m_LightManager->GetLightBuffer().id);
     m_VariableTable->SetResource("t3D_LightList", m_LightManager->GetLightListView().id);
 }
 
@@ -389,6 +390,8 @@ void GraphicsEngine::ShutdownDevice()
     m_RenderLists->m_Forward.clear();
     m_Pipeline.reset();
     m_LightManager->SetDevice(nullptr);
+    m_VariableTable->SetResource("sb_lights", 0);
+    m_VariableTable->SetResource("t3D_LightList", 0);
     m_InstanceBuffer.reset();
     m_ShaderLookup.reset();
     m_ShaderSource.reset();

@@ -40,12 +40,11 @@ void LightStage::RunCompute(FrameContext& frame, RenderTarget& lighting)
         frame.Lights->Upload();
         count = frame.Lights->ActiveLights;
     }
-    // 2. The pass's variables.
+    // 2. The pass's variables (sb_lights and t3D_LightList are shared variables the engine set).
     const int lightCount = static_cast<int>(count);
     m_Program->SetVariable("i_lightCount", lightCount);
     if (frame.Lights != nullptr)
     {
-        m_Program->SetTexture("sb_lights", frame.Lights->GetLightBuffer().id);
         m_Program->SetUnordered("rwt_LightList", frame.Lights->GetLightList().id);
     }
     m_Program->SetUnordered("rwt_Output", lighting.m_UnorderedView.id);
@@ -79,10 +78,12 @@ void LightStage::RunVolumes(FrameContext& frame)
         m_StatesA.ApplyRasterizerAndDepthState(frame.States);
         DrawList(frame, m_Lists.Inside, sphereIndices);
     }
-    // 7. The directional list over "FullScreenQuad".
+    // 7. The directional list over "FullScreenQuad", which faces the camera: block B's rasterizer, so that
+    //    the front-face culling of the inside list does not take the quad away.
     if (frame.FullScreenQuad != nullptr)
     {
         frame.FullScreenQuad->Bind(frame.Device);
+        m_StatesB.ApplyRasterizerAndDepthState(frame.States);
         DrawList(frame, m_Lists.Directional, static_cast<unsigned>(frame.FullScreenQuad->Indices.size()));
     }
     m_Program->Unbind();

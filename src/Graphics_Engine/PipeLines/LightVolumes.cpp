@@ -22,8 +22,9 @@ void BuildLightVolumes(const std::vector<s_Light>& records, const Math::Matrix4&
         case 1:
         case 3:
         {
-            // "lightsphere" has the radius 0.5, so it is scaled by twice the range.
-            const float scale = 2.0f * record.Range;
+            // "lightsphere" has the radius 0.5, so it is scaled by twice the range, and widened so that its
+            // flat faces enclose the whole ball of the range.
+            const float scale = 2.0f * record.Range * kLightVolumeCover;
             Math::Matrix4 world(scale, 0, 0, 0, 0, scale, 0, 0, 0, 0, scale, 0, record.Position[0],
                                 record.Position[1], record.Position[2], 1);
             (world * viewPerspective).Std140Layout(volume.WorldViewPerspective);

@@ -18,6 +18,9 @@
 
 namespace Graphics
 {
+// How much a light volume is widened beyond 2 Range so that "lightsphere"'s faces enclose the ball.
+inline constexpr float kLightVolumeCover = 1.07f;
+
 // One light volume to draw.
 struct LightVolume
 {
