@@ -9,6 +9,7 @@
 #include "Graphics_Engine/Lights/LightManager.h"
 #include "Graphics_Engine/PipeLines/RenderPipeline.h"
 #include "Graphics_Engine/Spaces/GraphicsSpace.h"
+#include "Graphics_Engine/VariableTable.h"
 #include "platform/NativeWindow.h"
 
 #include "support/Scoped.h"
@@ -311,4 +312,35 @@ TEST(LightsSceneGlTest, SpotLightGivesTheSamePictureOnBothPaths)
     EXPECT_NEAR(compute.At(cx, cy, 1), Channel(kGlobalAmbient + 0.9f), 3);
     EXPECT_NEAR(compute.At(cx, cy, 0), Channel(kGlobalAmbient + 0.2f), 3);
     EXPECT_NEAR(compute.At(static_cast<int>(outside.x), static_cast<int>(outside.y), 1), Channel(kGlobalAmbient), 1);
+}
+
+TEST(LightsSceneGlTest, ResizeMakesTheLightListAgainWithOnePartialTileMorePerAxis)
+{
+    LightScene scene(true);
+    ASSERT_TRUE(scene.m_Ready);
+    LightManager& lights = scene.m_Engine.Lights();
+    ASSERT_TRUE(lights.GetLightList());
+    EXPECT_EQ(lights.ListWidth(), 13u);   // 200 / 16 = 12.5
+    EXPECT_EQ(lights.ListHeight(), 8u);   // 120 / 16 = 7.5
+    EXPECT_EQ(lights.ListDepth(), 1025u);
+    scene.m_Engine.Resize(321, 160);
+    EXPECT_EQ(lights.ListWidth(), 21u);
+    EXPECT_EQ(lights.ListHeight(), 10u);
+    ASSERT_TRUE(lights.GetLightList());
+    const ResourceVariable* published = scene.m_Engine.Variables().FindResource("t3D_LightList");
+    ASSERT_NE(published, nullptr);
+    EXPECT_EQ(published->View, lights.GetLightListView().id);
+    PointLight(scene);
+    const Picture picture = scene.Frame();
+    EXPECT_EQ(picture.width, 321);
+    EXPECT_GT(FindBrightest(picture).sum, 3 * Channel(kGlobalAmbient) + 100);
+}
+
+TEST(LightsSceneGlTest, WithoutComputeLightingThereIsNoLightBufferOrList)
+{
+    LightScene scene(false);
+    ASSERT_TRUE(scene.m_Ready);
+    EXPECT_FALSE(scene.m_Engine.Lights().GetLightBuffer());
+    EXPECT_FALSE(scene.m_Engine.Lights().GetLightList());
+    EXPECT_EQ(scene.m_Engine.Lights().m_Records.size(), 1u);
 }
