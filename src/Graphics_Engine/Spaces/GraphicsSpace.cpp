@@ -173,23 +173,31 @@ void GraphicsSpace::WriteLightRecords()
 {
     if (!m_LightManager)
         return;
+    std::vector<s_Light>& records = m_LightManager->m_Records;
     for (const auto& [light, slot] : m_Lights)
     {
-        s_Light* record = m_LightManager->GetRecord(slot.Index);
-        if (!record)
+        if (slot.Index >= records.size())
             continue;
-        Math::Point3D position(light->Offset.x, light->Offset.y, light->Offset.z);
-        if (slot.TransformComponent)
-            position = WorldPosition(*slot.TransformComponent) + light->Offset;
-        CopyColor(record->Ambient, light->Ambient);
-        CopyColor(record->Diffuse, light->Diffuse);
-        CopyColor(record->Specular, light->Specular);
-        CopyVector(record->Position, position.x, position.y, position.z);
-        record->Range = light->Range;
-        CopyVector(record->Direction, light->Direction.x, light->Direction.y, light->Direction.z);
-        CopyVector(record->SpotPrams, light->SpotPrams.x, light->SpotPrams.y, light->SpotPrams.z);
-        CopyVector(record->Attenuation, light->Attenuation.x, light->Attenuation.y, light->Attenuation.z);
-        record->LightType = static_cast<std::uint32_t>(light->LightType);
+        s_Light& record = records[slot.Index];
+        // Transform position plus its offset plus the light's Offset, written out so that it stays inline.
+        float x = light->Offset.x;
+        float y = light->Offset.y;
+        float z = light->Offset.z;
+        if (const Transform* transform = slot.TransformComponent)
+        {
+            x += transform->m_Position.x + transform->m_Offset.x;
+            y += transform->m_Position.y + transform->m_Offset.y;
+            z += transform->m_Position.z + transform->m_Offset.z;
+        }
+        CopyColor(record.Ambient, light->Ambient);
+        CopyColor(record.Diffuse, light->Diffuse);
+        CopyColor(record.Specular, light->Specular);
+        CopyVector(record.Position, x, y, z);
+        record.Range = light->Range;
+        CopyVector(record.Direction, light->Direction.x, light->Direction.y, light->Direction.z);
+        CopyVector(record.SpotPrams, light->SpotPrams.x, light->SpotPrams.y, light->SpotPrams.z);
+        CopyVector(record.Attenuation, light->Attenuation.x, light->Attenuation.y, light->Attenuation.z);
+        record.LightType = static_cast<std::uint32_t>(light->LightType);
     }
 }
 
