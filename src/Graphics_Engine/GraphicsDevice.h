@@ -71,6 +71,13 @@ public:
         (void)depth;
         return {};
     }
+    // Reads a 3D texture's texels back, slice after slice, rows top first, in its format's bytes (for
+    // tests and tools); empty where the device cannot or the texture is no 3D texture.
+    virtual std::vector<std::uint8_t> ReadTexture3D(TextureHandle texture)
+    {
+        (void)texture;
+        return {};
+    }
     // Writes mip 0 of a colour texture (rows packed, top row first).
     virtual void UpdateTexture2D(TextureHandle texture, const void* data) = 0;
     // Fills the lower mip levels from level 0.

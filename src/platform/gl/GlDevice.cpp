@@ -244,6 +244,21 @@ TextureHandle GlDevice::CreateTexture3D(const TextureDesc& desc, std::uint32_t d
     return TextureHandle{name};
 }
 
+std::vector<std::uint8_t> GlDevice::ReadTexture3D(TextureHandle texture)
+{
+    auto found = m_Textures.find(texture.id);
+    if (found == m_Textures.end() || found->second.depth == 0)
+        return {};
+    const TextureDesc& desc = found->second.desc;
+    const Gl::FormatInfo format = Gl::TextureFormat(desc.format);
+    std::vector<std::uint8_t> texels(static_cast<std::size_t>(desc.width) * desc.height * found->second.depth *
+                                     format.bytesPerTexel);
+    glMemoryBarrier(GL_TEXTURE_UPDATE_BARRIER_BIT);
+    glGetTextureImage(texture.id, 0, format.pixelFormat, format.pixelType, static_cast<GLsizei>(texels.size()),
+                      texels.data());
+    return texels;
+}
+
 void GlDevice::UpdateTexture2D(TextureHandle texture, const void* data)
 {
     auto found = m_Textures.find(texture.id);

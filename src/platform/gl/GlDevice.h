@@ -46,6 +46,7 @@ public:
 
     Graphics::TextureHandle CreateTexture2D(const Graphics::TextureDesc& desc, const void* initialData) override;
     Graphics::TextureHandle CreateTexture3D(const Graphics::TextureDesc& desc, std::uint32_t depth) override;
+    std::vector<std::uint8_t> ReadTexture3D(Graphics::TextureHandle texture) override;
     void UpdateTexture2D(Graphics::TextureHandle texture, const void* data) override;
     void GenerateMips(Graphics::TextureHandle texture) override;
     Graphics::TextureViewHandle CreateTextureView(Graphics::TextureHandle texture, Graphics::Format format) override;

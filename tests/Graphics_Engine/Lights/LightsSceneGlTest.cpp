@@ -344,3 +344,32 @@ TEST(LightsSceneGlTest, WithoutComputeLightingThereIsNoLightBufferOrList)
     EXPECT_FALSE(scene.m_Engine.Lights().GetLightList());
     EXPECT_EQ(scene.m_Engine.Lights().m_Records.size(), 1u);
 }
+
+TEST(LightsSceneGlTest, TheTileListHoldsEachTilesCountInSliceZeroAndItsLightsAfter)
+{
+    LightScene scene(true);
+    ASSERT_TRUE(scene.m_Ready);
+    PointLight(scene);
+    // A second light that is off: the uploaded index of the first stays 0, the count 1.
+    Light off;
+    scene.m_Graphics.AddLight(&off, nullptr);
+    scene.Frame();
+    LightManager& lights = scene.m_Engine.Lights();
+    const std::vector<std::uint8_t> texels = scene.m_Engine.Device()->ReadTexture3D(lights.GetLightList());
+    const std::uint32_t width = lights.ListWidth();
+    const std::uint32_t height = lights.ListHeight();
+    ASSERT_EQ(texels.size(), static_cast<std::size_t>(width) * height * 1025 * 2);
+    const auto at = [&](std::uint32_t x, std::uint32_t y, std::uint32_t z) {
+        std::uint16_t value = 0;
+        std::memcpy(&value, &texels[((static_cast<std::size_t>(z) * height + y) * width + x) * 2], 2);
+        return value;
+    };
+    const Math::Point2D under = scene.m_Engine.Point3DTo2D(Math::Point3D(1.0f, kFloorTop, 1.0f));
+    const auto tileX = static_cast<std::uint32_t>(under.x) / 16;
+    const auto tileY = static_cast<std::uint32_t>(under.y) / 16;
+    EXPECT_EQ(at(tileX, tileY, 0), 1u);
+    EXPECT_EQ(at(tileX, tileY, 1), 0u);
+    // The far corner of the floor is out of the light's range.
+    EXPECT_EQ(at(0, 0, 0), 0u);
+    scene.m_Graphics.RemoveLight(&off);
+}
