@@ -72,6 +72,7 @@ enum class Format : std::uint32_t
     R32_UINT = 42,
     R32_SINT = 43,
     R16_FLOAT = 54,
+    R16_UINT = 57,
     B8G8R8A8_UNORM = 87,
 };
 

@@ -62,6 +62,22 @@ public:
 
     // Makes a 2D texture; `initialData` fills mip 0, rows packed, top row first.
     virtual TextureHandle CreateTexture2D(const TextureDesc& desc, const void* initialData = nullptr) = 0;
+    // Makes a 3D texture of one mip, desc.width x desc.height x `depth` texels (desc.mipLevels is not
+    // used), that may be sampled and, with BindUnorderedAccess, written as a layered image; empty where
+    // the device has no 3D textures or refuses the size.
+    virtual TextureHandle CreateTexture3D(const TextureDesc& desc, std::uint32_t depth)
+    {
+        (void)desc;
+        (void)depth;
+        return {};
+    }
+    // Reads a 3D texture's texels back, slice after slice, rows top first, in its format's bytes (for
+    // tests and tools); empty where the device cannot or the texture is no 3D texture.
+    virtual std::vector<std::uint8_t> ReadTexture3D(TextureHandle texture)
+    {
+        (void)texture;
+        return {};
+    }
     // Writes mip 0 of a colour texture (rows packed, top row first).
     virtual void UpdateTexture2D(TextureHandle texture, const void* data) = 0;
     // Fills the lower mip levels from level 0.

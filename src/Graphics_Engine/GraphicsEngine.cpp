@@ -2,6 +2,7 @@
 
 #include "Graphics_Engine/Components/MeshResources.h"
 #include "Graphics_Engine/DeviceRenderStateApplier.h"
+#include "Graphics_Engine/Lights/LightManager.h"
 #include "Graphics_Engine/Material/Texture/TextureManager.h"
 #include "Graphics_Engine/Model/ModelManager.h"
 #include "Graphics_Engine/PipeLines/Batching.h"
@@ -72,13 +73,18 @@ GraphicsEngine& GraphicsEngine::Get()
 }
 
 GraphicsEngine::GraphicsEngine()
-    : m_RenderLists(std::make_unique<RenderLists>()), m_VariableTable(std::make_unique<VariableTable>())
+    : m_RenderLists(std::make_unique<RenderLists>()), m_LightManager(std::make_unique<LightManager>()),
+      m_VariableTable(std::make_unique<VariableTable>())
 {
 }
 
 GraphicsEngine::~GraphicsEngine()
 {
     ShutdownDevice();
+    // Spaces that outlive the engine keep no pointer to its light manager.
+    for (const std::shared_ptr<SpaceRenderData>& data : m_RenderLists->m_Spaces)
+        if (data && data->Owner)
+            data->Owner->SetLightManager(nullptr);
 }
 
 Meta::Data* GraphicsEngine::GetMeta() const
@@ -191,8 +197,11 @@ void GraphicsEngine::InitializeOn(Platform::NativeWindow& window, float scaleX, 
     m_TextureManager->InitTextureManager(dataDirectory);
     SetMeshModels(m_ModelManager.get());
     SetMeshTextures(m_TextureManager.get());
-    // 6. Compute lighting when the device runs compute shaders (the light buffers come with the lights).
+    // 6. Compute lighting when the device runs compute shaders, with the light buffer and the light list.
     ComputeLighting = m_Device->SupportsCompute() && !m_NoComputeLighting;
+    m_LightManager->SetDevice(m_Device.get());
+    if (ComputeLighting)
+        CreateLightBuffers();
     // 7. The render size for the shaders.
     PublishScreenSize();
     // 8. Shaders, then the pipeline.
@@ -211,6 +220,14 @@ void GraphicsEngine::InitializeOn(Platform::NativeWindow& window, float scaleX, 
     // 10. The projection.
     ComputeProjection();
     RefreshSpaces();
+}
+
+void GraphicsEngine::CreateLightBuffers()
+{
+    m_LightManager->CreateLightBuffer();
+    m_LightManager->CreateLightListBuffer(m_RenderWidth, m_RenderHeight);
+    m_VariableTable->SetResource("sb_lights", m_LightManager->GetLightBuffer().id);
+    m_VariableTable->SetResource("t3D_LightList", m_LightManager->GetLightListView().id);
 }
 
 void GraphicsEngine::ConnectStages()
@@ -238,6 +255,7 @@ void GraphicsEngine::RefreshSpace(GraphicsSpace& space)
 {
     space.m_ShaderManager = m_ShaderManager.get();
     space.m_VariableTable = m_VariableTable.get();
+    space.SetLightManager(m_LightManager.get());
     space.m_Screen.ClientWidth = static_cast<float>(m_ClientWidth);
     space.m_Screen.ClientHeight = static_cast<float>(m_ClientHeight);
     space.m_Screen.Projection = m_VariableTable->m_Perspective;
@@ -309,8 +327,13 @@ void GraphicsEngine::Update(float dt)
     const Math::Vector3D& eye = m_VariableTable->m_CameraPosition;
     m_RenderLists->Build(viewPerspective, Math::Point3D(eye.x, eye.y, eye.z), *m_ShaderLookup);
     // 3. The pipeline; 4. and 5. the 2D layer and the GUI come with their parts; 6. present.
-    FrameContext frame{*m_Device, *m_States, *m_VariableTable, m_ModelManager->GetModel("FullScreenQuad"),
-                       ComputeLighting};
+    FrameContext frame{*m_Device,
+                       *m_States,
+                       *m_VariableTable,
+                       m_ModelManager->GetModel("FullScreenQuad"),
+                       ComputeLighting,
+                       m_LightManager.get(),
+                       m_ModelManager->GetModel("lightsphere")};
     m_Pipeline->Run(frame);
     if (m_ScreenshotFrame >= 0 && static_cast<long long>(m_FramesDrawn) == m_ScreenshotFrame)
         SaveScreenshot();
@@ -348,6 +371,11 @@ void GraphicsEngine::Resize(int width, int height)
     m_RenderHeight = render.height;
     // 3. to 5. The window's picture follows the window by itself; targets, size, viewports, projection.
     m_Pipeline->CreateTargets(m_RenderWidth, m_RenderHeight, m_ClientWidth, m_ClientHeight, *m_VariableTable);
+    if (ComputeLighting && m_Device)
+    {
+        m_LightManager->Resize(m_RenderWidth, m_RenderHeight);
+        m_VariableTable->SetResource("t3D_LightList", m_LightManager->GetLightListView().id);
+    }
     PublishScreenSize();
     ComputeProjection();
     RefreshSpaces();
@@ -361,6 +389,9 @@ void GraphicsEngine::ShutdownDevice()
     m_RenderLists->m_Deferred.clear();
     m_RenderLists->m_Forward.clear();
     m_Pipeline.reset();
+    m_LightManager->SetDevice(nullptr);
+    m_VariableTable->SetResource("sb_lights", 0);
+    m_VariableTable->SetResource("t3D_LightList", 0);
     m_InstanceBuffer.reset();
     m_ShaderLookup.reset();
     m_ShaderSource.reset();

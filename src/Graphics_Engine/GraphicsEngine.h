@@ -14,7 +14,13 @@
 // quad tree and runs the pipeline, whose geometry and forward stages draw the
 // lists through the instance buffer. A GraphicsSpace attaches itself when it
 // starts (AttachSpace), which hands it the lists, the shader manager, the
-// variable table and the window's size and projection for picking.
+// variable table, the light manager and the window's size and projection for
+// picking.
+//
+// The light manager always holds the lights' records; with compute lighting
+// the engine also makes its storage buffer sb_lights and its light list
+// t3D_LightList (published in the variable table for forward shaders), and
+// makes the list again at every resize.
 //
 // Options: --no-post (no glow), --NoComputeLighting, --Windowed, --Resolution=NN, --UseWindowSize,
 // --screenshot=N and --screenshotpath=FILE (saves the frame shown at frame N,
@@ -48,6 +54,7 @@ namespace Graphics
 class DeviceRenderStateApplier;
 class GraphicsSpace;
 class InstanceBuffer;
+class LightManager;
 class ManagerShaderLookup;
 class ManagerShaderSource;
 class ModelManager;
@@ -110,8 +117,8 @@ public:
     // The window point (client pixels, y down) a world point is drawn at.
     Math::Point2D Point3DTo2D(const Math::Point3D& point) const;
 
-    // Hands `space` the visible lists, the shader manager, the variable table and the screen's
-    // size and projection; its render data is listed from now on.
+    // Hands `space` the visible lists, the shader manager, the variable table, the light manager and
+    // the screen's size and projection; its render data is listed from now on.
     void AttachSpace(GraphicsSpace& space);
     // The visible lists of the frame.
     RenderLists& Lists() { return *m_RenderLists; }
@@ -122,6 +129,8 @@ public:
     ModelManager* Models() const { return m_ModelManager.get(); }
     ShaderManager* Shaders() const { return m_ShaderManager.get(); }
     RenderPipeline* Pipeline() const { return m_Pipeline.get(); }
+    // The lights' records and buffers; always there.
+    LightManager& Lights() { return *m_LightManager; }
     // The shared variables; always there.
     VariableTable& Variables() { return *m_VariableTable; }
     // Client size, as last stored.
@@ -167,9 +176,9 @@ public:
     int m_SelectedHeight = 0;
     // The instance buffer is written with discards only (true when the device cannot write unsynchronised).
     bool DiscardInstanceBuffer = true;
-    // Owned objects, in this order (the light manager and the particle library come with lights
-    // and particles).
+    // Owned objects, in this order (the particle library comes with particles).
     std::unique_ptr<RenderLists> m_RenderLists;
+    std::unique_ptr<LightManager> m_LightManager;
     std::unique_ptr<TextureManager> m_TextureManager;
     std::unique_ptr<ModelManager> m_ModelManager;
     std::unique_ptr<ShaderManager> m_ShaderManager;
@@ -191,6 +200,7 @@ private:
     void LogAdapter();
     void ComputeProjection();
     void PublishScreenSize();
+    void CreateLightBuffers();
     void GoFullscreen();
     void GoWindowed();
     void SaveScreenshot();

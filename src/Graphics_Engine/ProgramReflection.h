@@ -34,7 +34,7 @@ struct ReflectedType
     std::string name;
 };
 
-// One member of a uniform block.
+// One member of a uniform block or a storage block.
 struct ReflectedBlockMember
 {
     // As GLSL spells it: "m_View", "Light.Color", "Weights[0]".
@@ -52,6 +52,9 @@ struct ReflectedBlockMember
     // Stored row by row.
     bool rowMajor = false;
     ReflectedType type;
+    // Bytes between elements of the storage block's outermost array ("Lights[0].Range" in an array of
+    // records); 0 in uniform blocks and outside such an array.
+    std::uint32_t topLevelArrayStride = 0;
 };
 
 // A uniform block or a shader-storage block.
@@ -63,7 +66,7 @@ struct ReflectedBlock
     std::uint32_t binding = 0;
     // The block's byte size as the driver lays it out.
     std::uint32_t size = 0;
-    // Members in the driver's order (uniform blocks only).
+    // Members in the driver's order (a storage block's array of records as its first element's fields).
     std::vector<ReflectedBlockMember> members;
 };
 

@@ -3,7 +3,9 @@
 // driver's size with each member at the driver's offset, each sampler uniform
 // and storage block a texture slot, each image an unordered slot, and each
 // sampler uniform is matched with the first sampler block of its name. An
-// array is known by its name without "[0]". The binding point of every entry
+// array is known by its name without "[0]"; a struct in a block is known by its
+// fields ("Light.Range") and, whole, by its own name ("Light"); the members of
+// a block with an instance name are known without the block's name in front. The binding point of every entry
 // is kept beside it.
 #pragma once
 

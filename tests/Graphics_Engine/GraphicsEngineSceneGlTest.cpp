@@ -88,15 +88,23 @@ protected:
         m_Engine.Update(0.016f);
     }
 
-    // A pixel of the lighting target (render size, top row first).
+    // The ring's target the last frame showed: the lighting target, or where the post-effects left it.
+    RenderTarget& Shown()
+    {
+        RenderPipeline& pipeline = *m_Engine.Pipeline();
+        RenderTarget* ring[3] = {&pipeline.m_Lighting, &pipeline.Final().m_Second, &pipeline.Final().m_Third};
+        return *ring[pipeline.LastUpscaled() % 3];
+    }
+
+    // A pixel of the lit picture (render size, top row first).
     std::vector<int> LitPixel(int x, int y)
     {
         const std::vector<std::uint8_t> bytes =
-            m_Engine.Device()->ReadPixels(m_Engine.Pipeline()->m_Lighting.m_TargetViews.at(0), 0, x, y, 1, 1);
+            m_Engine.Device()->ReadPixels(Shown().m_TargetViews.at(0), 0, x, y, 1, 1);
         return bytes.size() == 4 ? std::vector<int>{bytes[0], bytes[1], bytes[2]} : std::vector<int>{};
     }
 
-    // The lighting target's pixel under a world point.
+    // The lit picture's pixel under a world point.
     std::vector<int> LitPixelAt(const Math::Point3D& point)
     {
         const Math::Point2D at = m_Engine.Point3DTo2D(point);

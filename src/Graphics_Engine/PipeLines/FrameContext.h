@@ -1,11 +1,13 @@
 // Graphics::FrameContext: what the pipeline's stages draw with during one
 // frame: the device, the state applier, the variable table, the full-screen
-// quad and whether lighting runs as a compute pass.
+// quad, whether lighting runs as a compute pass, the light manager and the
+// light volume model.
 #pragma once
 
 namespace Graphics
 {
 class GraphicsDevice;
+class LightManager;
 class Model;
 class RenderStateApplier;
 class VariableTable;
@@ -22,5 +24,9 @@ struct FrameContext
     Model* FullScreenQuad = nullptr;
     // Lighting is the compute pass.
     bool ComputeLighting = true;
+    // The lights' records (and, with compute lighting, sb_lights and the light list); null for none.
+    LightManager* Lights = nullptr;
+    // The model "lightsphere", or null when there is none.
+    Model* LightSphere = nullptr;
 };
 }

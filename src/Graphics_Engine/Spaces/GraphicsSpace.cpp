@@ -1,9 +1,11 @@
 #include "Graphics_Engine/Spaces/GraphicsSpace.h"
 
 #include "Components/Camera/Camera/Camera.h"
+#include "Components/Light/Light.h"
 #include "Components/Transform/Transform.h"
 #include "Graphics_Engine/Components/BaseGraphicsComponent.h"
 #include "Graphics_Engine/GraphicsEngine.h"
+#include "Graphics_Engine/Lights/LightManager.h"
 #include "Graphics_Engine/RenderLists.h"
 #include "Graphics_Engine/ShaderManager.h"
 #include "Graphics_Engine/Spaces/GraphicsUpdateEvent.h"
@@ -55,6 +57,7 @@ GraphicsSpace::GraphicsSpace() : m_RenderData(std::make_shared<SpaceRenderData>(
 
 GraphicsSpace::~GraphicsSpace()
 {
+    SetLightManager(nullptr);
     SetRenderLists(nullptr);
     m_RenderData->Owner = nullptr;
 }
@@ -106,10 +109,20 @@ void GraphicsSpace::RemoveGraphicsComponent(GameObjectId objectId, const BaseGra
     m_Records.erase(found);
 }
 
-void GraphicsSpace::AddLight(Light* light)
+void GraphicsSpace::AddLight(Light* light, Transform* transform)
 {
-    if (light && !m_Lights.count(light))
-        m_Lights[light] = static_cast<unsigned>(m_Lights.size());
+    if (!light)
+        return;
+    auto found = m_Lights.find(light);
+    if (found != m_Lights.end())
+    {
+        found->second.TransformComponent = transform;
+        return;
+    }
+    LightSlot slot;
+    slot.Index = m_LightManager ? m_LightManager->AddLight() : kNoSlot;
+    slot.TransformComponent = transform;
+    m_Lights[light] = slot;
 }
 
 void GraphicsSpace::RemoveLight(Light* light)
@@ -120,7 +133,72 @@ void GraphicsSpace::RemoveLight(Light* light)
         ERROR_REPORT("Double deleting light");
         return;
     }
+    if (m_LightManager && found->second.Index != kNoSlot)
+        m_LightManager->FreeLight(found->second.Index);
     m_Lights.erase(found);
+}
+
+void GraphicsSpace::SetLightManager(LightManager* manager)
+{
+    if (manager == m_LightManager)
+        return;
+    for (auto& [light, slot] : m_Lights)
+    {
+        if (m_LightManager && slot.Index != kNoSlot)
+            m_LightManager->FreeLight(slot.Index);
+        slot.Index = manager ? manager->AddLight() : kNoSlot;
+    }
+    m_LightManager = manager;
+}
+
+namespace
+{
+void CopyColor(float (&to)[4], const Math::Color& from)
+{
+    to[0] = from.r;
+    to[1] = from.g;
+    to[2] = from.b;
+    to[3] = from.a;
+}
+
+void CopyVector(float (&to)[3], float x, float y, float z)
+{
+    to[0] = x;
+    to[1] = y;
+    to[2] = z;
+}
+}
+
+void GraphicsSpace::WriteLightRecords()
+{
+    if (!m_LightManager)
+        return;
+    std::vector<s_Light>& records = m_LightManager->m_Records;
+    for (const auto& [light, slot] : m_Lights)
+    {
+        if (slot.Index >= records.size())
+            continue;
+        s_Light& record = records[slot.Index];
+        // Transform position plus its offset plus the light's Offset, written out so that it stays inline.
+        float x = light->Offset.x;
+        float y = light->Offset.y;
+        float z = light->Offset.z;
+        if (const Transform* transform = slot.TransformComponent)
+        {
+            x += transform->m_Position.x + transform->m_Offset.x;
+            y += transform->m_Position.y + transform->m_Offset.y;
+            z += transform->m_Position.z + transform->m_Offset.z;
+        }
+        CopyColor(record.Ambient, light->Ambient);
+        CopyColor(record.Diffuse, light->Diffuse);
+        CopyColor(record.Specular, light->Specular);
+        CopyVector(record.Position, x, y, z);
+        record.Range = light->Range;
+        CopyVector(record.Direction, light->Direction.x, light->Direction.y, light->Direction.z);
+        CopyVector(record.SpotPrams, light->SpotPrams.x, light->SpotPrams.y, light->SpotPrams.z);
+        CopyVector(record.Attenuation, light->Attenuation.x, light->Attenuation.y, light->Attenuation.z);
+        record.LightType = static_cast<std::uint32_t>(light->LightType);
+    }
 }
 
 void GraphicsSpace::SetCamera(Camera* camera)
@@ -161,7 +239,8 @@ void GraphicsSpace::Update(float dt)
     }
 
     // 5. The UI lists and renderables are ticked here once the UI exists.
-    // 6. Each light's record is written to the light manager here once lights exist.
+    // 6. Each light's record, from its component.
+    WriteLightRecords();
 
     // 7. The camera's view, and the variable table's copy of it.
     if (m_Camera)

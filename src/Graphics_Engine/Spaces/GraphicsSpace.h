@@ -6,6 +6,10 @@
 // places moved objects in the tree. The tree and the Visible flag live in a
 // SpaceRenderData shared with the engine's visible lists.
 //
+// Lights take a slot in the engine's LightManager when they start and give it
+// back when they end; each frame the space writes every light's record from
+// the component, field by field, its type included.
+//
 // Picking and the ground point turn a screen point into a ray with the
 // client size and projection of m_Screen (set by the engine) and the
 // current camera's view (none: the identity).
@@ -27,6 +31,7 @@ class Transform;
 namespace Graphics
 {
 class BaseGraphicsComponent;
+class LightManager;
 class RenderLists;
 class ShaderManager;
 class VariableTable;
@@ -40,6 +45,15 @@ struct GraphicsRecord
     BaseGraphicsComponent* Component = nullptr;
     // The component's object index in the quad tree.
     int TreeIndex = -1;
+};
+
+// A light as its space holds it.
+struct LightSlot
+{
+    // The light's record in the light manager; kNoSlot without a manager.
+    unsigned Index = 0;
+    // The owner's Transform; may be null.
+    Transform* TransformComponent = nullptr;
 };
 
 class GraphicsSpace : public System
@@ -60,10 +74,17 @@ public:
     void AddGraphicsComponent(GameObjectId objectId, BaseGraphicsComponent* component, Transform* transform);
     // Lets go of the object's graphics component; with `component` given, only if it is that one.
     void RemoveGraphicsComponent(GameObjectId objectId, const BaseGraphicsComponent* component = nullptr);
-    // Lists a light (its slot in the light manager comes with the lights).
-    void AddLight(Light* light);
-    // Unlists a light; one not listed is reported.
+    // Lists a light with its Transform and gives it a record in the light manager; a light listed
+    // already keeps its record and takes the new Transform.
+    void AddLight(Light* light, Transform* transform);
+    // Unlists a light and frees its record; one not listed is reported ("Double deleting light").
     void RemoveLight(Light* light);
+    // Writes every light's record from its component (the frame's step 6).
+    void WriteLightRecords();
+    // Hands the space the engine's light manager (null: none); the lights listed so far take records in it.
+    void SetLightManager(LightManager* manager);
+    // The light manager the records live in, or null.
+    LightManager* GetLightManager() const { return m_LightManager; }
     // Makes `camera` the space's current camera (null for none).
     void SetCamera(Camera* camera);
     // The current camera, or null.
@@ -89,8 +110,10 @@ public:
 
     // The records of the graphics components, by object id.
     std::map<GameObjectId, GraphicsRecord> m_Records;
+    // A light's index when the space has no light manager.
+    static constexpr unsigned kNoSlot = 0xFFFFFFFFu;
     // The lights, with their slots in the light manager.
-    std::map<Light*, unsigned> m_Lights;
+    std::map<Light*, LightSlot> m_Lights;
     // Resolves dirty shader names; null skips resolving (set by the engine).
     ShaderManager* m_ShaderManager = nullptr;
     // Receives the camera each frame and the global ambient; null for none (set by the engine).
@@ -104,6 +127,7 @@ private:
     std::shared_ptr<SpaceRenderData> m_RenderData;
     Camera* m_Camera = nullptr;
     RenderLists* m_Lists = nullptr;
+    LightManager* m_LightManager = nullptr;
     Math::Color m_GlobalAmbient{0.0f, 0.0f, 0.0f, 1.0f};
 };
 }

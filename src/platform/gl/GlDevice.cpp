@@ -212,10 +212,57 @@ TextureHandle GlDevice::CreateTexture2D(const TextureDesc& desc, const void* ini
     return TextureHandle{name};
 }
 
+TextureHandle GlDevice::CreateTexture3D(const TextureDesc& desc, std::uint32_t depth)
+{
+    const Gl::FormatInfo format = Gl::TextureFormat(desc.format);
+    GLint largest = 0;
+    glGetIntegerv(GL_MAX_3D_TEXTURE_SIZE, &largest);
+    const auto limit = static_cast<std::uint32_t>(largest);
+    if (format.internalFormat == 0 || format.depth || desc.width == 0 || desc.height == 0 || depth == 0 ||
+        desc.width > limit || desc.height > limit || depth > limit)
+    {
+        Refuse("a 3D texture of an unknown format or size cannot be made");
+        return {};
+    }
+    ForgetErrors();
+    GLuint name = 0;
+    glCreateTextures(GL_TEXTURE_3D, 1, &name);
+    glTextureStorage3D(name, 1, format.internalFormat, static_cast<GLsizei>(desc.width),
+                       static_cast<GLsizei>(desc.height), static_cast<GLsizei>(depth));
+    if (glGetError() != GL_NO_ERROR)
+    {
+        Refuse("the driver refused the 3D texture");
+        glDeleteTextures(1, &name);
+        return {};
+    }
+    TextureRecord record;
+    record.desc = desc;
+    record.desc.mipLevels = 1;
+    record.levels = 1;
+    record.depth = depth;
+    m_Textures[name] = record;
+    return TextureHandle{name};
+}
+
+std::vector<std::uint8_t> GlDevice::ReadTexture3D(TextureHandle texture)
+{
+    auto found = m_Textures.find(texture.id);
+    if (found == m_Textures.end() || found->second.depth == 0)
+        return {};
+    const TextureDesc& desc = found->second.desc;
+    const Gl::FormatInfo format = Gl::TextureFormat(desc.format);
+    std::vector<std::uint8_t> texels(static_cast<std::size_t>(desc.width) * desc.height * found->second.depth *
+                                     format.bytesPerTexel);
+    glMemoryBarrier(GL_TEXTURE_UPDATE_BARRIER_BIT);
+    glGetTextureImage(texture.id, 0, format.pixelFormat, format.pixelType, static_cast<GLsizei>(texels.size()),
+                      texels.data());
+    return texels;
+}
+
 void GlDevice::UpdateTexture2D(TextureHandle texture, const void* data)
 {
     auto found = m_Textures.find(texture.id);
-    if (found == m_Textures.end() || data == nullptr)
+    if (found == m_Textures.end() || data == nullptr || found->second.depth != 0)
         return;
     const TextureDesc& desc = found->second.desc;
     const Gl::FormatInfo format = Gl::TextureFormat(desc.format);
@@ -233,7 +280,7 @@ TextureViewHandle GlDevice::CreateTextureView(TextureHandle texture, Format form
 {
     auto found = m_Textures.find(texture.id);
     const Gl::FormatInfo info = Gl::TextureFormat(format);
-    if (found == m_Textures.end() || info.internalFormat == 0)
+    if (found == m_Textures.end() || info.internalFormat == 0 || found->second.depth != 0)
         return {};
     GLuint name = 0;
     glGenTextures(1, &name);

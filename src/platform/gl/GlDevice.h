@@ -45,6 +45,8 @@ public:
     void DestroyBuffer(Graphics::BufferHandle buffer) override;
 
     Graphics::TextureHandle CreateTexture2D(const Graphics::TextureDesc& desc, const void* initialData) override;
+    Graphics::TextureHandle CreateTexture3D(const Graphics::TextureDesc& desc, std::uint32_t depth) override;
+    std::vector<std::uint8_t> ReadTexture3D(Graphics::TextureHandle texture) override;
     void UpdateTexture2D(Graphics::TextureHandle texture, const void* data) override;
     void GenerateMips(Graphics::TextureHandle texture) override;
     Graphics::TextureViewHandle CreateTextureView(Graphics::TextureHandle texture, Graphics::Format format) override;
@@ -116,6 +118,8 @@ private:
     {
         Graphics::TextureDesc desc;
         std::uint32_t levels = 1;
+        // Texels in z; more than 0 for a 3D texture, 0 for a 2D one.
+        std::uint32_t depth = 0;
         std::vector<std::uint32_t> views;
     };
     struct TargetRecord

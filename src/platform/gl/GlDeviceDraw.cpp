@@ -400,7 +400,9 @@ void GlDevice::BindImage(std::uint32_t unit, TextureHandle texture, ImageAccess 
     const GLenum mode = access == ImageAccess::ReadOnly    ? GL_READ_ONLY
                         : access == ImageAccess::WriteOnly ? GL_WRITE_ONLY
                                                            : GL_READ_WRITE;
-    glBindImageTexture(unit, texture.id, 0, GL_FALSE, 0, mode,
+    // A 3D texture is bound whole (every slice), a 2D one as its single layer.
+    const GLboolean layered = found->second.depth != 0 ? GL_TRUE : GL_FALSE;
+    glBindImageTexture(unit, texture.id, 0, layered, 0, mode,
                        Gl::TextureFormat(found->second.desc.format).internalFormat);
 }
 

@@ -61,12 +61,14 @@ constexpr TypeRow kTypes[] = {
     {GL_SAMPLER_BUFFER, ScalarKind::Opaque, 0, 0, "samplerBuffer"},
     {GL_INT_SAMPLER_2D, ScalarKind::Opaque, 0, 0, "isampler2D"},
     {GL_UNSIGNED_INT_SAMPLER_2D, ScalarKind::Opaque, 0, 0, "usampler2D"},
+    {GL_UNSIGNED_INT_SAMPLER_3D, ScalarKind::Opaque, 0, 0, "usampler3D"},
     {GL_IMAGE_2D, ScalarKind::Opaque, 0, 0, "image2D"},
     {GL_IMAGE_3D, ScalarKind::Opaque, 0, 0, "image3D"},
     {GL_IMAGE_2D_ARRAY, ScalarKind::Opaque, 0, 0, "image2DArray"},
     {GL_IMAGE_BUFFER, ScalarKind::Opaque, 0, 0, "imageBuffer"},
     {GL_INT_IMAGE_2D, ScalarKind::Opaque, 0, 0, "iimage2D"},
     {GL_UNSIGNED_INT_IMAGE_2D, ScalarKind::Opaque, 0, 0, "uimage2D"},
+    {GL_UNSIGNED_INT_IMAGE_3D, ScalarKind::Opaque, 0, 0, "uimage3D"},
 };
 
 bool IsImageType(GLenum type)
@@ -148,23 +150,25 @@ std::uint32_t ElementSize(const ReflectedType& type, std::uint32_t matrixStride,
     return type.rows * scalarBytes;
 }
 
-std::vector<Graphics::ReflectedBlockMember> BlockMembers(GLuint program, GLuint blockIndex, GLint memberCount)
+// The members of block `blockIndex` of `blockInterface` (uniform or storage blocks), whose variables
+// live in `memberInterface` (uniforms or buffer variables).
+std::vector<Graphics::ReflectedBlockMember> BlockMembers(GLuint program, GLenum blockInterface, GLenum memberInterface,
+                                                         GLuint blockIndex, GLint memberCount)
 {
     std::vector<Graphics::ReflectedBlockMember> members;
     if (memberCount <= 0)
         return members;
     std::vector<GLint> indices(static_cast<std::size_t>(memberCount));
     const GLenum property = GL_ACTIVE_VARIABLES;
-    glGetProgramResourceiv(program, GL_UNIFORM_BLOCK, blockIndex, 1, &property, memberCount, nullptr,
-                           indices.data());
+    glGetProgramResourceiv(program, blockInterface, blockIndex, 1, &property, memberCount, nullptr, indices.data());
     for (GLint index : indices)
     {
-        const auto uniform = static_cast<GLuint>(index);
-        const auto values = Properties(program, GL_UNIFORM, uniform,
+        const auto variable = static_cast<GLuint>(index);
+        const auto values = Properties(program, memberInterface, variable,
                                        std::array<GLenum, 6>{GL_TYPE, GL_OFFSET, GL_ARRAY_SIZE, GL_ARRAY_STRIDE,
                                                              GL_MATRIX_STRIDE, GL_IS_ROW_MAJOR});
         Graphics::ReflectedBlockMember member;
-        member.name = ResourceName(program, GL_UNIFORM, uniform);
+        member.name = ResourceName(program, memberInterface, variable);
         member.type = DescribeType(static_cast<GLenum>(values[0]));
         member.offset = static_cast<std::uint32_t>(values[1]);
         member.arraySize = static_cast<std::uint32_t>(values[2] > 0 ? values[2] : 1);
@@ -173,6 +177,12 @@ std::vector<Graphics::ReflectedBlockMember> BlockMembers(GLuint program, GLuint 
         member.rowMajor = values[5] != 0;
         member.size = member.arrayStride * (member.arraySize - 1) +
                       ElementSize(member.type, member.matrixStride, member.rowMajor);
+        if (memberInterface == GL_BUFFER_VARIABLE)
+        {
+            const auto topLevel = Properties(program, memberInterface, variable,
+                                             std::array<GLenum, 1>{GL_TOP_LEVEL_ARRAY_STRIDE});
+            member.topLevelArrayStride = static_cast<std::uint32_t>(topLevel[0]);
+        }
         members.push_back(std::move(member));
     }
     return members;
@@ -204,18 +214,20 @@ Graphics::ProgramReflection ReflectProgram(std::uint32_t program)
         block.name = ResourceName(program, GL_UNIFORM_BLOCK, i);
         block.binding = static_cast<std::uint32_t>(values[0]);
         block.size = static_cast<std::uint32_t>(values[1]);
-        block.members = BlockMembers(program, i, values[2]);
+        block.members = BlockMembers(program, GL_UNIFORM_BLOCK, GL_UNIFORM, i, values[2]);
         reflection.uniformBlocks.push_back(std::move(block));
     }
 
     for (GLuint i = 0, n = ActiveResources(program, GL_SHADER_STORAGE_BLOCK); i < n; ++i)
     {
         const auto values = Properties(program, GL_SHADER_STORAGE_BLOCK, i,
-                                       std::array<GLenum, 2>{GL_BUFFER_BINDING, GL_BUFFER_DATA_SIZE});
+                                       std::array<GLenum, 3>{GL_BUFFER_BINDING, GL_BUFFER_DATA_SIZE,
+                                                             GL_NUM_ACTIVE_VARIABLES});
         Graphics::ReflectedBlock block;
         block.name = ResourceName(program, GL_SHADER_STORAGE_BLOCK, i);
         block.binding = static_cast<std::uint32_t>(values[0]);
         block.size = static_cast<std::uint32_t>(values[1]);
+        block.members = BlockMembers(program, GL_SHADER_STORAGE_BLOCK, GL_BUFFER_VARIABLE, i, values[2]);
         reflection.storageBlocks.push_back(std::move(block));
     }
 

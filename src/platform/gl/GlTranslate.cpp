@@ -40,6 +40,8 @@ FormatInfo TextureFormat(Format format)
         return {GL_R32I, GL_RED_INTEGER, GL_INT, 4, false};
     case Format::R16_FLOAT:
         return {GL_R16F, GL_RED, GL_HALF_FLOAT, 2, false};
+    case Format::R16_UINT:
+        return {GL_R16UI, GL_RED_INTEGER, GL_UNSIGNED_SHORT, 2, false};
     default:
         return {};
     }

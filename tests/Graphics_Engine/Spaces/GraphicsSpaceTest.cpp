@@ -1,7 +1,9 @@
 #include "Graphics_Engine/Spaces/GraphicsSpace.h"
 
 #include "Components/Camera/Camera/Camera.h"
+#include "Components/Light/Light.h"
 #include "Components/Transform/Transform.h"
+#include "Graphics_Engine/Lights/LightManager.h"
 #include "Graphics_Engine/RenderLists.h"
 #include "Graphics_Engine/Spaces/GraphicsUpdateEvent.h"
 #include "Graphics_Engine/VariableTable.h"
@@ -303,4 +305,87 @@ TEST_F(GraphicsSpaceTest, ComponentsAddThemselvesWhenStartedAndLeaveWhenDestroye
     object->Destroy();
     space.GarbageCollectObjects();
     EXPECT_TRUE(graphics->m_Records.empty());
+}
+
+TEST_F(GraphicsSpaceTest, EachFrameALightsRecordIsWrittenFromItsComponent)
+{
+    LightManager manager;
+    m_Graphics.SetLightManager(&manager);
+    Transform transform;
+    transform.m_Position = Math::Point3D(1, 2, 3);
+    transform.m_Offset = Math::Vector3D(0.5f, 0, 0);
+    Light light;
+    light.Offset = Math::Vector3D(0, 1, 0);
+    light.Ambient = Math::Color(0.1f, 0.2f, 0.3f, 0.4f);
+    light.Diffuse = Math::Color(0.5f, 0.6f, 0.7f, 0.8f);
+    light.Specular = Math::Color(0.9f, 1.0f, 0.25f, 0.5f);
+    light.Range = 7.0f;
+    light.Direction = Math::Vector3D(0, 0, -1);
+    light.SpotPrams = Math::Vector3D(0.1f, 0.2f, 3.0f);
+    light.Attenuation = Math::Vector3D(1, 0.5f, 0.25f);
+    light.LightType = LightType::Spot;
+    m_Graphics.AddLight(&light, &transform);
+    ASSERT_EQ(m_Graphics.m_Lights.count(&light), 1u);
+    const unsigned index = m_Graphics.m_Lights[&light].Index;
+    m_Graphics.Update(0.016f);
+    const s_Light& record = manager.m_Records.at(index);
+    EXPECT_FLOAT_EQ(record.Ambient[2], 0.3f);
+    EXPECT_FLOAT_EQ(record.Diffuse[3], 0.8f);
+    EXPECT_FLOAT_EQ(record.Specular[1], 1.0f);
+    EXPECT_FLOAT_EQ(record.Position[0], 1.5f);
+    EXPECT_FLOAT_EQ(record.Position[1], 3.0f);
+    EXPECT_FLOAT_EQ(record.Position[2], 3.0f);
+    EXPECT_FLOAT_EQ(record.Range, 7.0f);
+    EXPECT_FLOAT_EQ(record.Direction[2], -1.0f);
+    EXPECT_FLOAT_EQ(record.SpotPrams[2], 3.0f);
+    EXPECT_FLOAT_EQ(record.Attenuation[1], 0.5f);
+    EXPECT_EQ(record.LightType, 3u);
+    // The type is copied too, so a script switches the light off.
+    light.LightType = LightType::None;
+    transform.m_Position = Math::Point3D(0, 0, 0);
+    m_Graphics.Update(0.016f);
+    EXPECT_EQ(manager.m_Records.at(index).LightType, 0u);
+    EXPECT_FLOAT_EQ(manager.m_Records.at(index).Position[0], 0.5f);
+    m_Graphics.RemoveLight(&light);
+    m_Graphics.SetLightManager(nullptr);
+}
+
+TEST_F(GraphicsSpaceTest, RemovingALightFreesItsRecordForTheNextLight)
+{
+    LightManager manager;
+    m_Graphics.SetLightManager(&manager);
+    Light first;
+    Light second;
+    Light third;
+    first.LightType = second.LightType = LightType::Point;
+    m_Graphics.AddLight(&first, nullptr);
+    m_Graphics.AddLight(&second, nullptr);
+    const unsigned freed = m_Graphics.m_Lights[&first].Index;
+    m_Graphics.Update(0.016f);
+    m_Graphics.RemoveLight(&first);
+    EXPECT_EQ(m_Graphics.m_Lights.count(&first), 0u);
+    EXPECT_EQ(manager.m_Records.at(freed).LightType, 0u);
+    m_Graphics.AddLight(&third, nullptr);
+    EXPECT_EQ(m_Graphics.m_Lights[&third].Index, freed);
+    EXPECT_EQ(manager.m_Records.size(), 2u);
+    // A light without a Transform stands at its Offset.
+    second.Offset = Math::Vector3D(4, 5, 6);
+    m_Graphics.Update(0.016f);
+    EXPECT_FLOAT_EQ(manager.m_Records.at(m_Graphics.m_Lights[&second].Index).Position[1], 5.0f);
+    m_Graphics.SetLightManager(nullptr);
+    EXPECT_EQ(m_Graphics.m_Lights[&second].Index, GraphicsSpace::kNoSlot);
+}
+
+TEST_F(GraphicsSpaceTest, LightsAddedBeforeTheManagerTakeRecordsWhenItComes)
+{
+    Light light;
+    m_Graphics.AddLight(&light, nullptr);
+    EXPECT_EQ(m_Graphics.m_Lights[&light].Index, GraphicsSpace::kNoSlot);
+    m_Graphics.Update(0.016f);
+    LightManager manager;
+    m_Graphics.SetLightManager(&manager);
+    EXPECT_EQ(m_Graphics.m_Lights[&light].Index, 0u);
+    m_Graphics.RemoveLight(&light);
+    ASSERT_EQ(manager.m_FreeIndices.size(), 1u);
+    m_Graphics.SetLightManager(nullptr);
 }
