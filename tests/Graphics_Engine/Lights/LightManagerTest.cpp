@@ -1,6 +1,6 @@
 #include "Graphics_Engine/Lights/LightManager.h"
 
-#include "Graphics_Engine/Model/RecordingDevice.h"
+#include "support/RecordingDevice.h"
 #include "support/ReportCapture.h"
 
 #include <gtest/gtest.h>
@@ -144,7 +144,7 @@ TEST(LightListTest, ARenderSizeThatIsNoMultipleOf16GetsOneMorePartialTileOnEachA
 TEST(LightManagerFailureTest, ARefusedLightBufferIsReportedAndUploadsGoOn)
 {
     RecordingDevice device;
-    device.refuse = BufferKind::ShaderStorage;
+    device.refuseBuffers = BufferKind::ShaderStorage;
     LightManager lights;
     lights.SetDevice(&device);
     ReportCapture capture;
@@ -162,6 +162,7 @@ TEST(LightManagerFailureTest, ARefusedLightBufferIsReportedAndUploadsGoOn)
 TEST(LightManagerFailureTest, ARefusedLightListIsReportedAndLeavesNoList)
 {
     RecordingDevice device;
+    device.refuseTextures = true;
     LightManager lights;
     lights.SetDevice(&device);
     ReportCapture capture;

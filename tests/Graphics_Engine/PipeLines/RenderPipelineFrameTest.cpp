@@ -156,9 +156,10 @@ TEST_F(RenderPipelineFrameTest, ComputeLightingFrameClearsDrawsGeometryDispatche
         GBuffer(), "ClearColor 0", "ClearColor 1", "ClearColor 2", "ClearColor 3", "ClearDepth 1",
         // 2. and 3. The G-buffer with depth over the render viewport while the deferred lists draw.
         GBuffer(), kRenderViewport, "geometry hook",
-        // 4. Nothing bound; "LightCompute" (its image unit bound empty, then to the lighting target) writes the
-        //    lighting target in 16 x 16 tiles, its writes are made visible and the image unit is cleared.
-        kWindow, lightCompute, "BindImage 0 0", "BindImage 0 " + lighting, "Dispatch 64 36 1", "Barrier",
+        // 4. Nothing bound; "LightCompute" (its output image unit bound to the lighting target when the program
+        //    binds and again when it applies) writes the lighting target in 16 x 16 tiles, its writes are made
+        //    visible and the image unit is cleared.
+        kWindow, lightCompute, "BindImage 0 " + lighting, "BindImage 0 " + lighting, "Dispatch 64 36 1", "Barrier",
         "BindImage 0 0",
         // 5. to 8. The lighting target and rt_Material with depth while the forward records draw.
         LightingAndMaterial(), kRenderViewport, "forward hook",
@@ -170,7 +171,7 @@ TEST_F(RenderPipelineFrameTest, ComputeLightingFrameClearsDrawsGeometryDispatche
     EXPECT_EQ(m_Pipeline.LastUpscaled(), 0u);
 }
 
-TEST_F(RenderPipelineFrameTest, LightVolumeFrameClearsLightingTargetDrawsLightPassIntoItAndPostLightsBeforeUpscale)
+TEST_F(RenderPipelineFrameTest, LightVolumeFrameClearsLightingTargetBindsTheLightPassAndPostLightsBeforeUpscale)
 {
     RunFrame(false);
     const std::string third = Bind({&m_Pipeline.Final().m_Third});
@@ -180,8 +181,9 @@ TEST_F(RenderPipelineFrameTest, LightVolumeFrameClearsLightingTargetDrawsLightPa
         Lighting(), "ClearColor 0",
         // 2. and 3. The G-buffer with depth over the render viewport while the deferred lists draw.
         GBuffer(), kRenderViewport, "geometry hook",
-        // 4. The light pass drawn full screen into the lighting target.
-        kWindow, Lighting(), kRenderViewport, BindProgram("baseLightVertex", "baseLightPixel"), "DrawIndexed 6",
+        // 4. The light pass into the lighting target: its program is bound, and with no light records it
+        //    draws no volume (the ambient comes with "PostLighting").
+        kWindow, Lighting(), kRenderViewport, BindProgram("baseLightVertex", "baseLightPixel"),
         // 5. to 8. The lighting target and rt_Material with depth while the forward records draw.
         LightingAndMaterial(), kRenderViewport, "forward hook",
         // 9. The lighting target; "PostLighting" reads it into the ring's third target (one pass writes the
