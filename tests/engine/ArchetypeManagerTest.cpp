@@ -300,6 +300,9 @@ TEST(ShippedArchetypesTest, ThePlayerEnemyPickupAndWallPieceOfTheGameLoadWithout
         {"FloorTile", "Transform TexturedMesh"},
         {"Rock", "Transform Mesh"},
         {"Camera", "Transform Camera CameraController"},
+        {"KeyLight", "Transform Light"},
+        {"EmberLight", "Transform Light Orbiter"},
+        {"SpotLight", "Transform Light"},
     };
     for (const auto& [name, components] : expected)
     {

@@ -1,6 +1,6 @@
 -- The first room: a walled cave floor of 12 by 8 cells with the party, a few
--- ember crawlers, health orbs and boulders, and the level's camera looking
--- down on it. The title shows it behind its menus and a run plays in it until
+-- ember crawlers, health orbs and boulders, lit by a key light, drifting
+-- embers and a shaft of light, and the level's camera looking down on it. The title shows it behind its menus and a run plays in it until
 -- the room generator builds rooms from files. Loaded by Global.lua, so a change
 -- of this file is live at the next room.
 
@@ -32,7 +32,7 @@ function CreateFirstRoom(space)
     local floor = grid.Floor
     space.Graphics:GetQuadTree():BuildGrid(Point3D(grid.Left, floor, grid.Back),
         Vector3D(grid.Cell, 15, grid.Cell), grid.Across, grid.Down)
-    space.Graphics.GlobalAmbient = Color(0.45, 0.42, 0.4, 1)
+    space.Graphics.GlobalAmbient = Color(0.3, 0.3, 0.3, 1)
 
     -- The floor, two cells to a tile.
     local tile = grid.Cell * 2
@@ -63,6 +63,14 @@ function CreateFirstRoom(space)
     PlaceAt(space, "HealthOrb", -12, floor + 1, 8)
     PlaceAt(space, "HealthOrb", 15, floor + 1, -9)
     PlaceAt(space, "Player", 0, floor + 1.8, 0)
+
+    -- The lights: the key light, three embers drifting over the floor's corners, and a shaft of light
+    -- on the far boulder.
+    PlaceAt(space, "KeyLight", 0, 0, 0)
+    PlaceAt(space, "EmberLight", -18, floor + 2, -8)
+    PlaceAt(space, "EmberLight", 19, floor + 2, 5)
+    PlaceAt(space, "EmberLight", -14, floor + 2, 10)
+    PlaceAt(space, "SpotLight", 9, floor + 14, -14)
 
     -- The camera, looking at the player from its distance; its controller follows the party from
     -- there and keeps the view inside the room.
