@@ -373,3 +373,44 @@ TEST(LightsSceneGlTest, TheTileListHoldsEachTilesCountInSliceZeroAndItsLightsAft
     EXPECT_EQ(at(0, 0, 0), 0u);
     scene.m_Graphics.RemoveLight(&off);
 }
+
+namespace
+{
+// The picture of a grey tile lying on the floor under the point light, drawn by the deferred pass
+// or, see-through with alpha 1, by the forward pass ("ForwardPixel").
+Picture TileUnderThePointLight(bool forward)
+{
+    LightScene scene(true);
+    if (!scene.m_Ready)
+        return {};
+    PointLight(scene);
+    Transform tileTransform;
+    tileTransform.m_Position = Math::Point3D(1.0f, kFloorTop + 0.01f, 1.0f);
+    tileTransform.m_Scale = Math::Vector3D(2.0f, 0.02f, 2.0f);
+    Mesh tile;
+    tile.SetModel("box");
+    tile.Material.Diffuse = Math::Color(0.6f, 0.6f, 0.6f, 1.0f);
+    tile.Material.Specular = Math::Color(0.0f, 0.0f, 0.0f, 0.0f);
+    if (forward)
+        tile.m_ShaderComponent.SetStage(4, "ForwardPixel");
+    scene.m_Graphics.AddGraphicsComponent(2, &tile, &tileTransform);
+    const Picture picture = scene.Frame();
+    scene.m_Graphics.RemoveGraphicsComponent(2);
+    return picture;
+}
+}
+
+TEST(LightsSceneGlTest, ForwardPassLightsASeeThroughMeshFromItsTilesLightsAsTheDeferredPassWould)
+{
+    const Picture deferred = TileUnderThePointLight(false);
+    const Picture forward = TileUnderThePointLight(true);
+    ASSERT_EQ(deferred.width, kWidth);
+    ASSERT_EQ(forward.width, kWidth);
+    // The forward tile was drawn over the floor and lit by the point light: brighter than ambient alone.
+    const Brightest brightest = FindBrightest(forward);
+    const float reach = 1.0f / (1.0f + 0.1f * 1.5f * 1.5f);
+    EXPECT_NEAR(forward.At(brightest.x, brightest.y, 0), Channel(0.6f * (kGlobalAmbient + 0.2f) + 0.6f * 0.8f * reach), 6);
+    for (int channel = 0; channel < 3; ++channel)
+        EXPECT_NEAR(forward.At(brightest.x, brightest.y, channel), deferred.At(brightest.x, brightest.y, channel), 3)
+            << channel;
+}
