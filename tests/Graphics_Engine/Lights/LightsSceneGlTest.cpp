@@ -10,9 +10,11 @@
 #include "Graphics_Engine/PipeLines/RenderPipeline.h"
 #include "Graphics_Engine/Spaces/GraphicsSpace.h"
 #include "Graphics_Engine/VariableTable.h"
+#include "platform/ImageDecoder.h"
 #include "platform/NativeWindow.h"
 
 #include "support/Scoped.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -240,6 +242,37 @@ TEST(LightsSceneGlTest, PointLightsBrightestPixelLiesUnderItAndHasItsColour)
     EXPECT_NEAR(picture.At(brightest.x, brightest.y, 0), Channel(kGlobalAmbient + 0.8f * reach), 4);
     EXPECT_NEAR(picture.At(brightest.x, brightest.y, 1), Channel(kGlobalAmbient + 0.4f * reach), 4);
     EXPECT_NEAR(picture.At(brightest.x, brightest.y, 2), Channel(kGlobalAmbient + 0.2f * reach), 4);
+}
+
+TEST(LightsSceneGlTest, SavedPngOfAPointLightOverAWhiteFloorIsBrightestUnderItInItsColour)
+{
+    for (const bool compute : {true, false})
+    {
+        SCOPED_TRACE(compute ? "compute pass" : "light volumes");
+        LightScene scene(compute);
+        ASSERT_TRUE(scene.m_Ready);
+        PointLight(scene);
+        TempFolder folder;
+        const std::string path = folder.Path() + "frame.png";
+        scene.m_Engine.RequestScreenshot(0, path);
+        scene.Frame();
+        const Platform::DecodedImage image = Platform::DecodeImageFile(path);
+        ASSERT_TRUE(image.Valid()) << image.error;
+        ASSERT_EQ(image.width, kWidth);
+        ASSERT_EQ(image.height, kHeight);
+        Picture picture;
+        picture.width = image.width;
+        picture.height = image.height;
+        picture.rgba = image.pixels;
+        const Brightest brightest = FindBrightest(picture);
+        const Math::Point2D under = scene.m_Engine.Point3DTo2D(Math::Point3D(1.0f, kFloorTop, 1.0f));
+        EXPECT_NEAR(brightest.x, under.x, 3.0);
+        EXPECT_NEAR(brightest.y, under.y, 3.0);
+        const float reach = 1.0f / (1.0f + 0.1f * 1.5f * 1.5f);
+        EXPECT_NEAR(picture.At(brightest.x, brightest.y, 0), Channel(kGlobalAmbient + 0.8f * reach), 4);
+        EXPECT_NEAR(picture.At(brightest.x, brightest.y, 1), Channel(kGlobalAmbient + 0.4f * reach), 4);
+        EXPECT_NEAR(picture.At(brightest.x, brightest.y, 2), Channel(kGlobalAmbient + 0.2f * reach), 4);
+    }
 }
 
 TEST(LightsSceneGlTest, PointLightGivesTheSamePictureThroughTheLightVolumes)
