@@ -5,7 +5,8 @@
 // software rasterizer drawing on the calling thread: its worker threads
 // outlive the GL context, and LeakSanitizer's stop-the-world pass at exit now
 // and then crashed on them (it also keeps the tests from competing for the
-// cores with each other's rasterizer threads). CTest can
+// cores with each other's rasterizer threads); for the same reason Mesa keeps no
+// shader cache, whose writer is another thread. CTest can
 // pass only one environment variable through the test discovery, so the
 // programs set the rest themselves; a test run by hand gets the same.
 #include <cstdlib>
@@ -21,6 +22,7 @@ struct TestEnvironment
         setenv("VORN_DIALOG_ANSWER", "abort", 0);
         setenv("VORN_APPDATA_DIR", VORN_TEST_APPDATA_DIR, 0);
         setenv("LP_NUM_THREADS", "0", 0);
+        setenv("MESA_SHADER_CACHE_DISABLE", "true", 0);
     }
 };
 
