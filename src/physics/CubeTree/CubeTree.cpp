@@ -62,14 +62,23 @@ void Push(CubeTree::Stack& stack, int& sp, int32_t index)
 }
 }
 
-CubeTreeNode& CubeTree::At(int32_t index)
+namespace
 {
-    if (index >= 0 && static_cast<size_t>(index) < m_Nodes.size())
-        return m_Nodes[index];
+// Reports a bad node index and hands out a blank scratch node, so that the caller goes on harmlessly.
+[[gnu::noinline, gnu::cold]] CubeTreeNode& BadIndex()
+{
     ReportBroken(IndexSite(), "index >= 0", "CubeTree::At");
     static CubeTreeNode scratch;
     scratch = CubeTreeNode{};
     return scratch;
+}
+}
+
+inline CubeTreeNode& CubeTree::At(int32_t index)
+{
+    if (index >= 0 && static_cast<size_t>(index) < m_Nodes.size()) [[likely]]
+        return m_Nodes[index];
+    return BadIndex();
 }
 
 int32_t CubeTree::Allocate()
