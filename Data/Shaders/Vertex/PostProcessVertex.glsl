@@ -6,26 +6,4 @@ __ShaderDesc
 
 // The full-screen quad of the post-effects' passes, placed by m_WorldViewPerspective (the identity).
 
-out gl_PerVertex { vec4 gl_Position; };
-
-layout(location = 0) in vec3 Position;
-layout(location = 1) in vec3 Normal;
-layout(location = 2) in vec3 Tangent;
-layout(location = 3) in vec2 TexCoord;
-
-layout(location = 0) out vec2 v_TexCoord;
-layout(location = 1) out vec3 v_Normal;
-layout(location = 2) out vec3 v_Tangent;
-
-layout(std140, binding = 0) uniform PerDraw
-{
-    mat4 m_WorldViewPerspective;
-};
-
-void main()
-{
-    v_TexCoord = TexCoord;
-    v_Normal = Normal;
-    v_Tangent = Tangent;
-    gl_Position = vec4(Position, 1.0) * m_WorldViewPerspective;
-}
+#include "PlacedVertex.glsl"

@@ -7,26 +7,4 @@ __ShaderDesc
 // The full-screen quad (or a light volume) placed by m_WorldViewPerspective; the quad drawn with
 // the identity covers the target, texture coordinate (0, 0) at the top left.
 
-out gl_PerVertex { vec4 gl_Position; };
-
-layout(location = 0) in vec3 Position;
-layout(location = 1) in vec3 Normal;
-layout(location = 2) in vec3 Tangent;
-layout(location = 3) in vec2 TexCoord;
-
-layout(location = 0) out vec2 v_TexCoord;
-layout(location = 1) out vec3 v_Normal;
-layout(location = 2) out vec3 v_Tangent;
-
-layout(std140, binding = 0) uniform PerDraw
-{
-    mat4 m_WorldViewPerspective;
-};
-
-void main()
-{
-    v_TexCoord = TexCoord;
-    v_Normal = Normal;
-    v_Tangent = Tangent;
-    gl_Position = vec4(Position, 1.0) * m_WorldViewPerspective;
-}
+#include "PlacedVertex.glsl"
