@@ -11,3 +11,10 @@ Meta::Data* PhysicsSystem::GetMeta() const
 {
     return Meta::Get<PhysicsSystem>();
 }
+
+void PhysicsSystem::Update(float)
+{
+    // Bodies are not built yet: the frame only keeps the broad phase fresh.
+    m_Tree.Update();
+    m_Tree.QueryPairs();
+}

@@ -12,6 +12,7 @@ META_REGISTER(Light)
 {
     DERIVE(Component);
     DESCRIPTION("A light: point, directional or spot, at the object's Transform plus Offset. Needs a Transform.");
+    DEPENDENCY(Transform);
     MEMBER(Ambient, "Ambient term.");
     MEMBER(Diffuse, "Diffuse term.");
     MEMBER(Specular, "Specular term.");

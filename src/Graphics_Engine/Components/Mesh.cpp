@@ -14,6 +14,7 @@ META_REGISTER_NS(Graphics, Mesh)
 {
     DERIVE(Graphics::BaseGraphicsComponent);
     DESCRIPTION("A model drawn with a material; needs the object's Transform.");
+    DEPENDENCY(Transform);
     MEMBER(Material, "How the surface looks.");
     MEMBER(Rotation, "The model's own rotation inside the object.");
     PROPERTY(Model, GetModelName, SetModel, "The model's name; an unknown name draws the cube.");

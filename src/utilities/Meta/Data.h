@@ -122,6 +122,8 @@ public:
     std::string m_Description;
     // Script constructors.
     std::vector<Constructor> m_Constructors;
+    // Names of the components an object must also have for a component of this type to work.
+    std::vector<std::string> m_Dependencies;
 };
 
 // The record of type T (exists from the start; filled by T's registration).

@@ -1,7 +1,7 @@
 // Registering a class with the type registry: one short function beside the
 // class, run from a static initialiser, that states the facts in this order:
 // name (given by the opening macro), script constructors, base, help text,
-// members, properties, methods.
+// the components it depends on, members, properties, methods.
 //
 //   META_REGISTER(Transform)
 //   {
@@ -154,6 +154,8 @@ inline Method* ScriptVisible(Method* method)
 #define DESCRIPTION(text) type.m_Description = (text)
 // Help text for the next member, property or method.
 #define HELP(text) Meta::AddPendingDescription(text)
+// The registered component needs a component of the named type on the same object: DEPENDENCY(Transform).
+#define DEPENDENCY(Component) type.m_Dependencies.push_back(#Component)
 // A script constructor taking the given argument types: CONSTRUCTOR(float, float, float).
 #define CONSTRUCTOR(...)                                                      \
     (type.AddConstructor(Meta::MakeConstructor<Self __VA_OPT__(, ) __VA_ARGS__>()), \

@@ -11,6 +11,7 @@ META_REGISTER(Camera)
 {
     DERIVE(Component);
     DESCRIPTION("Gives a space its view: looks from the object's Transform along ViewVector. Needs a Transform.");
+    DEPENDENCY(Transform);
     MEMBER(ViewVector, "The direction the camera looks in.");
     MEMBER_FLAGS(m_Up, false, true, "The camera's up direction.");
     HELP("Makes this the current camera of its space.");

@@ -18,6 +18,7 @@ META_REGISTER(CameraController)
     DERIVE(Component);
     DESCRIPTION("Moves the object's camera so that every CameraFocus target of the space stays on screen, inside "
                 "limits. Needs a Camera.");
+    DEPENDENCY(Camera);
     HELP("Sets the limits back to their defaults (-1000 to 1000 on every axis).");
     METHOD(ResetConstraints);
     HELP("CameraShake(magnitude, duration): shakes the camera by up to magnitude units, fading out over duration "

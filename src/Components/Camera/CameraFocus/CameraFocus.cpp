@@ -10,6 +10,7 @@ META_REGISTER(CameraFocus)
 {
     DERIVE(Component);
     DESCRIPTION("Marks an object that the space's camera controller keeps in view. Needs a Transform.");
+    DEPENDENCY(Transform);
     MEMBER(m_Active, "Whether the camera follows this target.");
     MEMBER(m_BoundingSphere, "The radius around the target's centre that must stay on screen.");
     MEMBER(m_ViewDistance, "The least distance the camera keeps from the targets while this one is followed.");
