@@ -30,4 +30,6 @@ public:
     std::vector<Collider*> m_Colliders;
     // Every plane collider, in the order they joined; not owned.
     std::vector<ColliderPlane*> m_Planes;
+    // This frame's candidate pairs: the tree's, then each collider with each plane; storage reused.
+    std::vector<CubeTree::Pair> m_Pairs;
 };

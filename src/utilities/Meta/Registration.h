@@ -163,6 +163,9 @@ inline Method* ScriptVisible(Method* method)
 
 // A field, saved and visible to scripts, with its help text.
 #define MEMBER(field, help) MEMBER_FLAGS(field, true, true, help)
+// A field saved and visible to scripts under another name: MEMBER_AS(List, m_list, "...").
+#define MEMBER_AS(name, field, help) \
+    (HELP(help), type.AddMember(Meta::MakeMember<true>(#name, &Self::field, true)))
 // A field with explicit save and script flags (both written as true or false).
 #define MEMBER_FLAGS(field, serialize, script, help) \
     (HELP(help), type.AddMember(Meta::MakeMember<serialize>(#field, &Self::field, script)))

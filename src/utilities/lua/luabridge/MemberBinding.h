@@ -143,7 +143,7 @@ void BindMember(ClassScope& scope, const std::string& name, M C::*field)
         getter = &detail::GetFloatField;
         setter = &detail::SetFloatField;
     }
-    else if constexpr (detail::kIsObject<M>)
+    else if constexpr (detail::kIsObject<M> && !detail::kIsVector<M>)
     {
         getter = &detail::GetValueField<M>;
         setter = &detail::SetValueField<M>;

@@ -10,8 +10,10 @@
 //                                                 and an object that names its own class
 //                                                 (GetMeta) is pushed as that class
 //   other pointers                                light userdata
-//   std::vector<E> (pushed only)                  a new table of the elements, 1 to n,
-//                                                 each pushed as an E by value
+//   std::vector<E>                                a new table of the elements, 1 to n,
+//                                                 each pushed as an E by value; taken
+//                                                 from a table whose elements 1 to n
+//                                                 are all E
 //
 // A reference argument given nil raises the Lua error "nil passed to reference".
 #pragma once
@@ -74,7 +76,7 @@ struct Stack
     // What Push takes.
     using In = std::conditional_t<std::is_reference_v<T>, T, const Bare&>;
     // What Get gives: a reference to the object for bound classes, else a value.
-    using Out = std::conditional_t<detail::kIsObject<Bare>, Bare&, Bare>;
+    using Out = std::conditional_t<detail::kIsObject<Bare> && !detail::kIsVector<Bare>, Bare&, Bare>;
 
     // True when T is a reference: objects travel as references, not copies.
     static constexpr bool kIsReference = std::is_reference_v<T>;
@@ -161,6 +163,22 @@ struct Stack
             else
                 return type == LUA_TLIGHTUSERDATA;
         }
+        else if constexpr (detail::kIsVector<Bare>)
+        {
+            if (type != LUA_TTABLE)
+                return false;
+            const int table = index < 0 ? lua_gettop(L) + 1 + index : index;
+            const int count = static_cast<int>(lua_objlen(L, table));
+            for (int i = 1; i <= count; ++i)
+            {
+                lua_rawgeti(L, table, i);
+                const bool fits = Stack<typename Bare::value_type>::Is(L, -1);
+                lua_pop(L, 1);
+                if (!fits)
+                    return false;
+            }
+            return true;
+        }
         else if constexpr (kIsReference)
             // nil fits, so that taking it reports the error of a nil reference.
             return type == LUA_TNIL || detail::IsInstanceOf(L, index, Meta::Get<Bare>());
@@ -194,6 +212,18 @@ struct Stack
                 return static_cast<Bare>(detail::ObjectOf(L, index, Meta::Get<Pointee>()));
             else
                 return static_cast<Bare>(lua_touserdata(L, index));
+        }
+        else if constexpr (detail::kIsVector<Bare>)
+        {
+            const int table = index < 0 ? lua_gettop(L) + 1 + index : index;
+            Bare elements(lua_objlen(L, table));
+            for (std::size_t i = 0; i < elements.size(); ++i)
+            {
+                lua_rawgeti(L, table, static_cast<int>(i + 1));
+                elements[i] = Stack<typename Bare::value_type>::Get(L, -1);
+                lua_pop(L, 1);
+            }
+            return elements;
         }
         else
         {
