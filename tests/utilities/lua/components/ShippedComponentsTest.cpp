@@ -3,6 +3,9 @@
 #include "utilities/lua/components/ScriptComponentTestSupport.h"
 
 #include "Components/Transform/Transform.h"
+#include "physics/Body.h"
+#include "physics/ColliderSphere.h"
+#include "physics/PhysicsSystem.h"
 
 #include <cmath>
 #include <filesystem>
@@ -110,4 +113,34 @@ TEST_F(ShippedComponentsTest, SpinnerVariablesGoThroughTheTextForm)
     ASSERT_TRUE(reader.ReadObject(Meta::Get<LuaComponent>(), spinner));
     EXPECT_FLOAT_EQ(spinner->GetAny("DegreesPerSecond").Get<Math::Vector3D>()->z, 3.0f);
     EXPECT_FALSE(*spinner->GetAny("Spinning").Get<bool>());
+}
+
+TEST_F(ShippedComponentsTest, CollisionLoggerPrintsEachCollisionOfItsObjectWithTheOtherObjectAndNormal)
+{
+    auto* physics = new PhysicsSystem();
+    m_Space.AddSystem(physics, Meta::Get<PhysicsSystem>());
+    const ArchetypeId ball = MakeArchetype("LoggedBall", {"Transform", "PhysicsBody", "ColliderSphere"});
+    GameObject* first = m_Space.CreateObject(ball);
+    GameObject* second = m_Space.CreateObject(ball);
+    first->SetName("Crate");
+    second->SetName("Boulder");
+    second->GetComponent<Transform>()->m_Position = Math::Point3D(0.0f, 1.5f, 0.0f);
+    first->GetComponent<ColliderSphere>()->UpdateBounds();
+    second->GetComponent<ColliderSphere>()->UpdateBounds();
+    first->GetComponent<PhysicsBody>()->AddToList(0);
+    ASSERT_NE(first->AddComponent("CollisionLogger"), nullptr);
+
+    StdoutCapture printed;
+    physics->Update(1.0f / 60.0f);
+    const std::string& text = printed.Text();
+    EXPECT_NE(text.find("Collision: Crate (" + std::to_string(first->GetId()) + ") met Boulder (" +
+                        std::to_string(second->GetId()) + "), normal (0.00, 1.00, 0.00)"),
+              std::string::npos)
+        << text;
+
+    // Overlaps of other groups are quiet unless asked for.
+    first->GetComponent<PhysicsBody>()->m_list.clear();
+    StdoutCapture quiet;
+    physics->Update(1.0f / 60.0f);
+    EXPECT_EQ(quiet.Text().find("met"), std::string::npos);
 }
