@@ -20,7 +20,7 @@ class Collider;
 namespace ConvexTest
 {
 // Rounds of GJK before it gives up with no contact.
-inline constexpr int kGjkIterationLimit = 64;
+inline constexpr int kGjkIterationLimit = 32;
 // Rounds of the polytope step before it answers with its best face so far.
 inline constexpr int kEpaIterationLimit = 64;
 

@@ -41,6 +41,22 @@ bool HasFinitePlacement(const Collider& collider)
            std::isfinite(q.z) && std::isfinite(q.w);
 }
 
+// True when the sizes the closed tests read (a sphere's radius, a box's half size) are finite numbers.
+bool HasFiniteSize(const Collider& collider)
+{
+    switch (collider.type)
+    {
+    case Collider::SphereShape:
+        return std::isfinite(static_cast<const ColliderSphere&>(collider).WorldRadius());
+    case Collider::AxisCubeShape:
+        return IsFinite(static_cast<const ColliderAxisCube&>(collider).HalfSize());
+    case Collider::CubeShape:
+        return IsFinite(static_cast<const ColliderCube&>(collider).HalfSize());
+    default:
+        return true;
+    }
+}
+
 std::string OwnerName(const Collider& collider)
 {
     return collider.m_Owner ? "\"" + collider.m_Owner->GetName() + "\"" : std::string("(no object)");
@@ -268,7 +284,7 @@ bool Collide(Contact& contact)
 {
     Collider& a = *contact.colliderA;
     Collider& b = *contact.colliderB;
-    if (!HasFinitePlacement(a) || !HasFinitePlacement(b))
+    if (!HasFinitePlacement(a) || !HasFinitePlacement(b) || !HasFiniteSize(a) || !HasFiniteSize(b))
     {
         ReportNonFinite(a, b);
         return false;
