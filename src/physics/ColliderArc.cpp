@@ -60,17 +60,20 @@ void ColliderArc::BuildArc(float angle, float outerRadius, float innerRadius, fl
     if (!(r > 0.0f))
     {
         pushPair(0.0f, 0.0f);
-        return;
     }
-    pushPair(std::cos(half) * r, std::sin(half) * r);
-    pushPair(std::cos(-half) * r, std::sin(-half) * r);
+    else
+    {
+        pushPair(std::cos(half) * r, std::sin(half) * r);
+        pushPair(std::cos(-half) * r, std::sin(-half) * r);
+    }
+    m_Turned.Reset(m_Vertices.size());
 }
 
 void ColliderArc::UpdateBounds()
 {
     if (!transform)
         return;
-    ShapeVertices::RotatedBounds(m_Vertices, *transform, min, max);
+    ShapeVertices::RotatedBounds(m_Vertices, m_Turned, *transform, min, max);
     // The green outline segments for the "Collision" debug drawing go here once the debug stage exists.
 }
 
@@ -78,7 +81,7 @@ Math::Point3D ColliderArc::GetSupport(const Math::Vector3D& direction)
 {
     if (m_Vertices.empty())
         return Math::Point3D();
-    return ShapeVertices::Support(m_Vertices, nullptr, direction, transform, true);
+    return ShapeVertices::Support(m_Vertices, nullptr, direction, transform, &m_Turned);
 }
 
 Math::Point3D ColliderArc::ToLocal(const Math::Point3D& point) const

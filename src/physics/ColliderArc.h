@@ -11,6 +11,7 @@
 
 #include "engine/Math/Vector3D.h"
 #include "physics/Collider.h"
+#include "physics/ShapeVertices.h"
 
 class ColliderArc : public Collider
 {
@@ -38,7 +39,9 @@ public:
 
     // The vertices in object space, each upper point followed by its lower twin.
     std::vector<Math::Vector3D> m_Vertices;
+    // The vertices turned by the rotation they were last turned by.
+    ShapeVertices::TurnedVertices m_Turned;
 
 private:
-    ColliderArc(const ColliderArc& other) : Collider(other), m_Vertices(other.m_Vertices) {}
+    ColliderArc(const ColliderArc& other) : Collider(other), m_Vertices(other.m_Vertices), m_Turned(other.m_Turned) {}
 };

@@ -71,7 +71,7 @@ void ColliderAxisCube::UpdateBounds()
 
 Math::Point3D ColliderAxisCube::GetSupport(const Math::Vector3D& direction)
 {
-    return ShapeVertices::Support(m_Vertices, &m_SupportStart, direction, transform, false);
+    return ShapeVertices::Support(m_Vertices, &m_SupportStart, direction, transform, nullptr);
 }
 
 Math::Point3D ColliderAxisCube::ToLocal(const Math::Point3D& point) const

@@ -22,6 +22,7 @@ ColliderCube::ColliderCube()
 {
     type = CubeShape;
     ShapeVertices::BuildBox(m_Vertices, Dimensions, m_Scale);
+    m_Turned.Reset(m_Vertices.size());
 }
 
 void ColliderCube::Initialize()
@@ -34,6 +35,7 @@ void ColliderCube::SetDimensions(const Math::Vector3D& dimensions)
 {
     Dimensions = dimensions;
     ShapeVertices::BuildBox(m_Vertices, Dimensions, m_Scale);
+    m_Turned.Reset(m_Vertices.size());
 }
 
 Math::Vector3D ColliderCube::HalfSize() const
@@ -50,14 +52,15 @@ void ColliderCube::UpdateBounds()
     {
         m_Scale = transform->m_Scale;
         ShapeVertices::BuildBox(m_Vertices, Dimensions, m_Scale);
+        m_Turned.Reset(m_Vertices.size());
     }
-    ShapeVertices::RotatedBounds(m_Vertices, *transform, min, max);
+    ShapeVertices::RotatedBounds(m_Vertices, m_Turned, *transform, min, max);
     // The rotated green outline for the "Collision" debug drawing goes here once the debug stage exists.
 }
 
 Math::Point3D ColliderCube::GetSupport(const Math::Vector3D& direction)
 {
-    return ShapeVertices::Support(m_Vertices, &m_SupportStart, direction, transform, true);
+    return ShapeVertices::Support(m_Vertices, &m_SupportStart, direction, transform, &m_Turned);
 }
 
 Math::Point3D ColliderCube::ToLocal(const Math::Point3D& point) const

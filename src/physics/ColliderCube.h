@@ -8,6 +8,7 @@
 
 #include "engine/Math/Vector3D.h"
 #include "physics/Collider.h"
+#include "physics/ShapeVertices.h"
 
 class ColliderCube : public Collider
 {
@@ -43,11 +44,13 @@ public:
     std::vector<Math::Vector3D> m_Vertices;
     // Where the next support search starts.
     unsigned m_SupportStart = 0;
+    // The corners turned by the rotation they were last turned by.
+    ShapeVertices::TurnedVertices m_Turned;
 
 private:
     ColliderCube(const ColliderCube& other)
         : Collider(other), m_Scale(other.m_Scale), Dimensions(other.Dimensions), m_Vertices(other.m_Vertices),
-          m_SupportStart(other.m_SupportStart)
+          m_SupportStart(other.m_SupportStart), m_Turned(other.m_Turned)
     {
     }
 };

@@ -17,43 +17,65 @@ constexpr int kMaxVertices = 4 + ConvexTest::kEpaIterationLimit;
 constexpr int kMaxFaces = 4 * kMaxVertices;
 constexpr int kMaxEdges = 3 * kMaxFaces;
 
+// A plain three-float vector for the test's own arithmetic: the same operations, in the same order, as
+// Vec's, without its virtual table, so that the fixed arrays below cost nothing to set up.
+struct Vec
+{
+    float x, y, z;
+
+    Vec operator-(const Vec& o) const { return {x - o.x, y - o.y, z - o.z}; }
+    Vec operator*(float s) const { return {x * s, y * s, z * s}; }
+    float DotProduct(const Vec& o) const { return x * o.x + y * o.y + z * o.z; }
+    Vec CrossProduct(const Vec& o) const { return {y * o.z - z * o.y, z * o.x - x * o.z, x * o.y - y * o.x}; }
+    Math::Vector3D ToMath() const { return Math::Vector3D(x, y, z); }
+};
+
 // A point of the Minkowski difference with the two shape points it came from.
 struct SupportPoint
 {
     // The point of the difference, pa - pb.
-    Math::Vector3D p;
+    Vec p;
     // The point on shape A.
-    Math::Point3D pa;
+    Vec pa;
     // The point on shape B.
-    Math::Point3D pb;
+    Vec pb;
 };
 
-bool IsFinite(const Math::Vector3D& v)
+bool IsFinite(const Vec& v)
 {
     return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
 }
 
-bool NearlyZero(const Math::Vector3D& v)
+bool NearlyZero(const Vec& v)
 {
     return std::fabs(v.x) <= kTolerance && std::fabs(v.y) <= kTolerance && std::fabs(v.z) <= kTolerance;
 }
 
-bool NearlyEqual(const Math::Vector3D& a, const Math::Vector3D& b)
+bool NearlyEqual(const Vec& a, const Vec& b)
 {
     return NearlyZero(a - b);
 }
 
-Math::Vector3D Unit(Math::Vector3D v)
+// The vector scaled to length 1, as Vec::Normalize does it: a zero vector stays zero.
+Vec Unit(Vec v)
 {
-    v.Normalize();
-    return v;
+    const float lengthSquare = v.x * v.x + v.y * v.y + v.z * v.z;
+    if (lengthSquare == 0.0f)
+        return v;
+    const float length = std::sqrt(lengthSquare);
+    if (std::isinf(length))
+        return {NAN, NAN, NAN};
+    return {v.x / length, v.y / length, v.z / length};
 }
 
-SupportPoint Support(Collider& a, Collider& b, const Math::Vector3D& direction)
+SupportPoint Support(Collider& a, Collider& b, const Vec& direction)
 {
     SupportPoint point;
-    point.pa = a.GetSupport(direction);
-    point.pb = b.GetSupport(direction * -1.0f);
+    const Math::Vector3D d = direction.ToMath();
+    const Math::Point3D pa = a.GetSupport(d);
+    const Math::Point3D pb = b.GetSupport(d * -1.0f);
+    point.pa = {pa.x, pa.y, pa.z};
+    point.pb = {pb.x, pb.y, pb.z};
     point.p = point.pa - point.pb;
     return point;
 }
@@ -76,14 +98,14 @@ struct Simplex
 
 // One step of the simplex rules: shrinks the simplex to the part nearest the origin and sets the next
 // search direction; true when the simplex holds the origin.
-bool UpdateSimplex(Simplex& simplex, Math::Vector3D& direction)
+bool UpdateSimplex(Simplex& simplex, Vec& direction)
 {
     SupportPoint* s = simplex.points;
-    const Math::Vector3D a = s[0].p;
-    const Math::Vector3D ao = Unit(a * -1.0f);
+    const Vec a = s[0].p;
+    const Vec ao = Unit(a * -1.0f);
     if (simplex.count == 2)
     {
-        const Math::Vector3D ab = Unit(s[1].p - a);
+        const Vec ab = Unit(s[1].p - a);
         if (ab.DotProduct(ao) <= kEpsilon)
         {
             simplex.DropBack();
@@ -92,16 +114,16 @@ bool UpdateSimplex(Simplex& simplex, Math::Vector3D& direction)
         }
         direction = ab.CrossProduct(ao).CrossProduct(ab);
         if (NearlyZero(direction))
-            direction = ab.CrossProduct(Math::Vector3D(1.0f, 0.0f, 0.0f));
+            direction = ab.CrossProduct(Vec{1.0f, 0.0f, 0.0f});
         return false;
     }
     if (simplex.count == 3)
     {
-        const Math::Vector3D ab = Unit(s[1].p - a);
-        const Math::Vector3D ac = Unit(s[2].p - a);
-        const Math::Vector3D n = ab.CrossProduct(ac);
-        const Math::Vector3D u = ac.CrossProduct(ab).CrossProduct(ab);
-        const Math::Vector3D w = ab.CrossProduct(ac).CrossProduct(ac);
+        const Vec ab = Unit(s[1].p - a);
+        const Vec ac = Unit(s[2].p - a);
+        const Vec n = ab.CrossProduct(ac);
+        const Vec u = ac.CrossProduct(ab).CrossProduct(ab);
+        const Vec w = ab.CrossProduct(ac).CrossProduct(ac);
         if (u.DotProduct(ao) > kEpsilon)
         {
             simplex.DropBack();
@@ -125,17 +147,17 @@ bool UpdateSimplex(Simplex& simplex, Math::Vector3D& direction)
         return false;
     }
     // Four points.
-    const Math::Vector3D ab = Unit(s[1].p - a);
-    const Math::Vector3D ac = Unit(s[2].p - a);
-    const Math::Vector3D ad = Unit(s[3].p - a);
-    const Math::Vector3D n1 = ab.CrossProduct(ac);
+    const Vec ab = Unit(s[1].p - a);
+    const Vec ac = Unit(s[2].p - a);
+    const Vec ad = Unit(s[3].p - a);
+    const Vec n1 = ab.CrossProduct(ac);
     if (n1.DotProduct(ao) > kEpsilon)
     {
         simplex.DropBack();
         direction = n1;
         return false;
     }
-    const Math::Vector3D n2 = ac.CrossProduct(ad);
+    const Vec n2 = ac.CrossProduct(ad);
     if (n2.DotProduct(ao) > kEpsilon)
     {
         s[1] = s[2];
@@ -144,7 +166,7 @@ bool UpdateSimplex(Simplex& simplex, Math::Vector3D& direction)
         direction = n2;
         return false;
     }
-    const Math::Vector3D n3 = ad.CrossProduct(ab);
+    const Vec n3 = ad.CrossProduct(ab);
     if (n3.DotProduct(ao) <= kEpsilon)
         return true;
     const SupportPoint b = s[1];
@@ -159,7 +181,7 @@ bool UpdateSimplex(Simplex& simplex, Math::Vector3D& direction)
 struct Face
 {
     int v[3];
-    Math::Vector3D normal;
+    Vec normal;
     float distance;
 };
 
@@ -186,7 +208,7 @@ public:
     }
 
     // Expands until the nearest face is final or a bound is met; false only for a non-finite support point.
-    bool Run(Math::Vector3D& normal, float& penetration)
+    bool Run(Vec& normal, float& penetration)
     {
         for (int round = 0; round < ConvexTest::kEpaIterationLimit; ++round)
         {
@@ -194,7 +216,7 @@ public:
                 return Best(normal, penetration);
             ++m_Stats.epaIterations;
             const Face& nearest = m_Faces[Nearest()];
-            const Math::Vector3D faceNormal = nearest.normal;
+            const Vec faceNormal = nearest.normal;
             const SupportPoint q = Support(m_A, m_B, faceNormal);
             if (!IsFinite(q.p))
             {
@@ -223,8 +245,8 @@ private:
             m_Full = true;
             return;
         }
-        const Math::Vector3D& p0 = m_Vertices[i0].p;
-        const Math::Vector3D normal = Unit((m_Vertices[i1].p - p0).CrossProduct(m_Vertices[i2].p - p0));
+        const Vec& p0 = m_Vertices[i0].p;
+        const Vec normal = Unit((m_Vertices[i1].p - p0).CrossProduct(m_Vertices[i2].p - p0));
         if (NearlyZero(normal) || !IsFinite(normal))
             return;
         m_Faces[m_FaceCount++] = Face{{i0, i1, i2}, normal, std::fabs(normal.DotProduct(p0))};
@@ -296,7 +318,7 @@ private:
         return removed && !m_Full;
     }
 
-    void Remember(const Math::Vector3D& normal, float dist)
+    void Remember(const Vec& normal, float dist)
     {
         if (m_HasBest && dist >= m_BestDistance)
             return;
@@ -306,10 +328,10 @@ private:
     }
 
     // The answer when the loop stops early: the face with the smallest support distance seen.
-    bool Best(Math::Vector3D& normal, float& penetration)
+    bool Best(Vec& normal, float& penetration)
     {
         m_Stats.epaStoppedEarly = true;
-        normal = m_HasBest ? m_BestNormal : Math::Vector3D(1.0f, 0.0f, 0.0f);
+        normal = m_HasBest ? m_BestNormal : Vec{1.0f, 0.0f, 0.0f};
         penetration = m_HasBest ? m_BestDistance : 0.0f;
         return true;
     }
@@ -325,21 +347,21 @@ private:
     int m_EdgeCount = 0;
     bool m_Full = false;
     bool m_HasBest = false;
-    Math::Vector3D m_BestNormal;
+    Vec m_BestNormal{0.0f, 0.0f, 0.0f};
     float m_BestDistance = 0.0f;
 };
 }
 
 namespace ConvexTest
 {
-bool Collide(Collider& a, Collider& b, Math::Vector3D& normal, float& penetration, Stats* stats)
+bool Collide(Collider& a, Collider& b, Math::Vector3D& normalOut, float& penetration, Stats* stats)
 {
     Stats local;
     Stats& out = stats ? *stats : local;
     out = Stats();
     Simplex simplex;
-    simplex.PushFront(Support(a, b, Math::Vector3D(0.0f, 1.0f, 0.0f)));
-    Math::Vector3D direction(0.0f, -1.0f, 0.0f);
+    simplex.PushFront(Support(a, b, Vec{0.0f, 1.0f, 0.0f}));
+    Vec direction{0.0f, -1.0f, 0.0f};
     for (int round = 0; round < kGjkIterationLimit; ++round)
     {
         ++out.gjkIterations;
@@ -355,11 +377,12 @@ bool Collide(Collider& a, Collider& b, Math::Vector3D& normal, float& penetratio
         if (UpdateSimplex(simplex, direction))
         {
             Polytope polytope(a, b, simplex, out);
+            Vec normal{1.0f, 0.0f, 0.0f};
             if (!polytope.Run(normal, penetration))
                 return false;
             if (NearlyZero(normal) || !IsFinite(normal))
-                normal = Math::Vector3D(1.0f, 0.0f, 0.0f);
-            normal.Normalize();
+                normal = Vec{1.0f, 0.0f, 0.0f};
+            normalOut = Unit(normal).ToMath();
             return true;
         }
     }

@@ -73,3 +73,20 @@ TEST(ColliderCubeTest, DimensionsPropertyRebuildsTheCorners)
     dimensions->Set(&cube, &size);
     EXPECT_EQ(cube.m_Vertices[1], Math::Vector3D(-1.0f, -1.0f, -1.0f));
 }
+
+TEST(ColliderCubeTest, SupportFollowsARotationChangedBetweenQueries)
+{
+    Transform transform;
+    ColliderCube cube;
+    cube.transform = &transform;
+    cube.SetDimensions(Math::Vector3D(2.0f, 1.0f, 1.0f));
+    cube.UpdateBounds();
+    EXPECT_NEAR(cube.GetSupport(Math::Vector3D(1.0f, 0.0f, 0.0f)).x, 1.0f, 1e-5f);
+    // A quarter turn about y brings the long axis onto z; the turned corners are taken anew.
+    transform.m_Rotation = Math::Quaternion::CreateFromEuler(0.0f, 90.0f, 0.0f);
+    EXPECT_NEAR(cube.GetSupport(Math::Vector3D(1.0f, 0.0f, 0.0f)).x, 0.5f, 1e-5f);
+    EXPECT_NEAR(std::fabs(cube.GetSupport(Math::Vector3D(0.0f, 0.0f, 1.0f)).z), 1.0f, 1e-5f);
+    // New dimensions are turned anew too, with the rotation unchanged.
+    cube.SetDimensions(Math::Vector3D(4.0f, 1.0f, 1.0f));
+    EXPECT_NEAR(cube.GetSupport(Math::Vector3D(0.0f, 0.0f, 1.0f)).z, 2.0f, 1e-5f);
+}

@@ -96,10 +96,14 @@ TEST(ConvexTestTest, CoincidentShapesOfEveryKindEndWithinTheLimits)
             const double expected = ShapeReference::Overlap(ShapeReference::FromCollider(*a.collider),
                                                             ShapeReference::FromCollider(*b.collider));
             if (std::fabs(expected) > 0.02)
+            {
                 EXPECT_EQ(touching, expected > 0.0) << expected;
+            }
             Contact contact = Between(*a.collider, *b.collider);
             if (kindA != RandomShapes::Arc && kindB != RandomShapes::Arc)
+            {
                 EXPECT_TRUE(NarrowPhase::Collide(contact));
+            }
         }
 }
 
@@ -110,10 +114,14 @@ TEST(ConvexTestTest, TouchingFacesEndWithinTheLimits)
     Math::Vector3D normal;
     float depth = 0.0f;
     if (RunBounded(a.shape, b.shape, &normal, &depth))
+    {
         EXPECT_NEAR(depth, 0.0f, 1e-3f);
+    }
     Placed<ColliderCube> above(Math::Point3D(0.3f, 1.0f, 0.2f));
     if (RunBounded(a.shape, above.shape, &normal, &depth))
+    {
         EXPECT_NEAR(depth, 0.0f, 1e-3f);
+    }
     Placed<ColliderArc> arc(Math::Point3D(0.0f, 1.0f, 0.0f));
     arc.shape.BuildArc(90.0f, 1.0f, 0.0f, 1.0f);
     RunBounded(a.shape, arc.shape);
@@ -155,7 +163,9 @@ TEST(ConvexTestTest, HugeAndTinyScalesEndWithinTheLimits)
         Math::Vector3D normal;
         float depth = 0.0f;
         if (RunBounded(a.shape, b.shape, &normal, &depth))
+        {
             EXPECT_GT(normal.x, 0.0f);
+        }
         Placed<ColliderCube> apart(Math::Point3D(5.0f * scale, 0.0f, 0.0f), Math::Quaternion(), size);
         EXPECT_FALSE(RunBounded(a.shape, apart.shape));
         // A huge shape against a tiny one.

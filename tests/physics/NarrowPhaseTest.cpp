@@ -6,12 +6,14 @@
 #include "physics/ColliderPlane.h"
 #include "physics/ColliderSphere.h"
 #include "physics/Contact.h"
+#include "support/AllocationCounter.h"
 #include "support/ReportCapture.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <string>
+#include <utility>
 
 namespace
 {
@@ -289,4 +291,33 @@ TEST(NarrowPhaseTest, NaNInsideAShapeIsNoContact)
     Contact convex = Between(cube.shape, cube.shape);
     EXPECT_FALSE(NarrowPhase::Collide(convex));
     EXPECT_TRUE(reports.Holds("Collision test skipped"));
+}
+
+TEST(NarrowPhaseTest, ClosedTestsAndTheGeneralTestAllocateNothing)
+{
+    Placed<ColliderSphere> ball(Math::Point3D(0.3f, 0.2f, 0.0f));
+    Placed<ColliderSphere> other(Math::Point3D(0.9f, 0.2f, 0.0f));
+    Placed<ColliderAxisCube> axisCube;
+    Placed<ColliderAxisCube> axisCube2(Math::Point3D(0.5f, 0.5f, 0.0f));
+    Placed<ColliderCube> cube(Math::Point3D(), Math::Quaternion::CreateFromEuler(10.0f, 20.0f, 30.0f));
+    Placed<ColliderCube> cube2(Math::Point3D(0.6f, 0.3f, 0.1f), Math::Quaternion::CreateFromEuler(40.0f, 0.0f, 5.0f));
+    Placed<ColliderArc> arc(Math::Point3D(-0.5f, 0.0f, 0.0f));
+    arc.shape.BuildArc(90.0f, 1.0f, 0.2f, 0.5f);
+    Transform floor;
+    ColliderPlane plane;
+    plane.transform = &floor;
+    plane.SetNormal(Math::Vector3D(0.0f, 1.0f, 0.0f));
+    std::pair<Collider*, Collider*> pairs[] = {
+        {&ball.shape, &other.shape},   {&axisCube.shape, &axisCube2.shape}, {&axisCube.shape, &ball.shape},
+        {&ball.shape, &cube.shape},    {&cube.shape, &ball.shape},          {&plane, &cube.shape},
+        {&cube.shape, &cube2.shape},   {&arc.shape, &cube.shape},           {&ball.shape, &arc.shape}};
+    const AllocationCount before;
+    int touching = 0;
+    for (auto& [a, b] : pairs)
+    {
+        Contact contact = Between(*a, *b);
+        touching += NarrowPhase::Collide(contact);
+    }
+    EXPECT_EQ(before.Since(), 0u);
+    EXPECT_EQ(touching, 9);
 }
