@@ -2,7 +2,9 @@
 
 #include "Components/Transform/Transform.h"
 #include "utilities/Meta/Data.h"
+#include "physics/ColliderCube.h"
 #include "utilities/Meta/Method.h"
+#include "utilities/lua/luabridge/LuaTestState.h"
 
 #include <gtest/gtest.h>
 
@@ -91,4 +93,19 @@ TEST(ColliderArcTest, BuildArcIsAScriptMethodOfFourFloats)
                                         Meta::Any::Make(1.0f)};
     build->Call(&arc, arguments);
     EXPECT_EQ(arc.m_Vertices.size(), 14u);
+}
+
+using ColliderScriptTest = LuaTestState;
+
+TEST_F(ColliderScriptTest, ScriptsBuildArcsAndSetCubeDimensions)
+{
+    ColliderArc arc;
+    ColliderCube cube;
+    SetGlobal("arc", &arc);
+    SetGlobal("cube", &cube);
+    EXPECT_EQ(Run("arc:BuildArc(200, 5, 2, 1)"), "");
+    EXPECT_EQ(arc.m_Vertices.size(), 12u);
+    EXPECT_EQ(Run("cube.Dimensions = Vector3D(2, 4, 6)"), "");
+    EXPECT_EQ(cube.m_Vertices[0], Math::Vector3D(1.0f, 2.0f, 3.0f));
+    EXPECT_DOUBLE_EQ(Number("cube.Dimensions.y"), 4.0);
 }
