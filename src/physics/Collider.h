@@ -62,6 +62,8 @@ public:
     Math::Point3D max;
     // The shape code (see Shape).
     int32_t type = BaseShape;
+    // Set once the narrow phase has logged this collider for NaN or infinite values, so it is logged once.
+    bool m_NonFiniteReported = false;
 
 protected:
     // A copy for Clone: the values, without owner or membership.

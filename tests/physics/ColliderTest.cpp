@@ -75,7 +75,8 @@ TEST(ColliderTest, ColliderWithoutTransformIsReportedAndStillJoins)
 
 TEST(ColliderTest, EveryShapeIsAComponentThatDependsOnPhysicsBody)
 {
-    for (const char* name : {"Collider", "ColliderSphere", "ColliderPlane"})
+    for (const char* name :
+         {"Collider", "ColliderAxisCube", "ColliderCube", "ColliderSphere", "ColliderArc", "ColliderPlane"})
     {
         const Meta::Data* type = Meta::FindData(name);
         ASSERT_NE(type, nullptr) << name;
