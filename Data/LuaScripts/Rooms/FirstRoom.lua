@@ -1,8 +1,11 @@
 -- The first room: a walled cave floor of 12 by 8 cells with the party, a few
 -- ember crawlers, health orbs and boulders, lit by a key light, drifting
--- embers and a shaft of light, and the level's camera looking down on it. The title shows it behind its menus and a run plays in it until
--- the room generator builds rooms from files. Loaded by Global.lua, so a change
--- of this file is live at the next room.
+-- embers and a shaft of light, and the level's camera looking down on it.
+-- Crates and stone balls drop in from above, land on the floor, the boulders
+-- and each other and come to rest; the first crate prints its collisions. The
+-- title shows the room behind its menus and a run plays in it until the room
+-- generator builds rooms from files. Loaded by Global.lua, so a change of this
+-- file is live at the next room.
 
 -- The room's grid: 12 by 8 cells of 5 by 5, its floor at y = -7.5.
 FirstRoomGrid = { Across = 12, Down = 8, Cell = 5, Left = -30, Back = -20, Floor = -7.5 }
@@ -63,6 +66,20 @@ function CreateFirstRoom(space)
     PlaceAt(space, "HealthOrb", -12, floor + 1, 8)
     PlaceAt(space, "HealthOrb", 15, floor + 1, -9)
     PlaceAt(space, "Player", 0, floor + 1.8, 0)
+
+    -- The floor as the physics sees it, and what drops onto it: a stack of two crates with a ball
+    -- falling on top, a crate and a ball beside the player, and a ball onto the far boulder.
+    PlaceAt(space, "FloorPlaneCollision", 0, floor, 0)
+    local crate = PlaceAt(space, "Crate", -6, floor + 4, -2)
+    if crate ~= nil then
+        crate:AddComponent("CollisionLogger")
+    end
+    PlaceAt(space, "Crate", -5.5, floor + 9, -2.4)
+    PlaceAt(space, "StoneBall", -6.2, floor + 14, -1.8)
+    PlaceAt(space, "Crate", 6, floor + 7, 3)
+    PlaceAt(space, "StoneBall", 5.6, floor + 12, 3.2)
+    PlaceAt(space, "StoneBall", 2.5, floor + 5, -5)
+    PlaceAt(space, "StoneBall", 9.5, floor + 10, -14)
 
     -- The lights: the key light, three embers drifting over the floor's corners, and a shaft of light
     -- on the far boulder.
