@@ -25,6 +25,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   libepoxy-dev libgl-dev libegl-dev libgl1-mesa-dri libegl-mesa0 libstb-dev libimgui-dev
   libassimp-dev
+  libbullet-dev
 )
 if [ "${1:-}" = fuzz ]; then
   packages+=(clang libclang-rt-14-dev)

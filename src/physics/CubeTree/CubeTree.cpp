@@ -1,84 +1,33 @@
 #include "physics/CubeTree/CubeTree.h"
 
 #include <algorithm>
-#include <atomic>
 
-#include "engine/Log.h"
 #include "physics/Collider.h"
+#include "physics/CubeTree/CubeTreeChecks.h"
 
 namespace
 {
-// Reports a broken condition of the tree as an error naming the file CubeTree, once per site.
-void ReportBroken(std::atomic<bool>& site, const char* condition, const char* function)
-{
-    if (site.load())
-        Engine::ReportAtSite(site, condition, true, function, "CubeTree", 0);
-}
-
-std::atomic<bool>& IndexSite()
-{
-    static std::atomic<bool>* site = Engine::Log::Get().NewSite();
-    return *site;
-}
-
-std::atomic<bool>& StackSite()
-{
-    static std::atomic<bool>* site = Engine::Log::Get().NewSite();
-    return *site;
-}
-
 // Product of the three side lengths of the box.
-float Volume(const Math::Point3D& max, const Math::Point3D& min)
+float Volume(const CubeCorner& max, const CubeCorner& min)
 {
     return (max.x - min.x) * (max.y - min.y) * (max.z - min.z);
-}
-
-// True when the boxes overlap or touch: on no axis does one's minimum exceed the other's maximum.
-bool Overlaps(const CubeTreeNode& a, const CubeTreeNode& b)
-{
-    return !(a.min.x > b.max.x || a.min.y > b.max.y || a.min.z > b.max.z || b.min.x > a.max.x ||
-             b.min.y > a.max.y || b.min.z > a.max.z);
 }
 
 // Growth of `child`'s volume when it takes in `leaf`'s box.
 float InsertionCost(const CubeTreeNode& child, const CubeTreeNode& leaf)
 {
-    const Math::Point3D max(std::max(child.max.x, leaf.max.x), std::max(child.max.y, leaf.max.y),
-                            std::max(child.max.z, leaf.max.z));
-    const Math::Point3D min(std::min(child.min.x, leaf.min.x), std::min(child.min.y, leaf.min.y),
-                            std::min(child.min.z, leaf.min.z));
+    const CubeCorner max{std::max(child.max.x, leaf.max.x), std::max(child.max.y, leaf.max.y),
+                         std::max(child.max.z, leaf.max.z)};
+    const CubeCorner min{std::min(child.min.x, leaf.min.x), std::min(child.min.y, leaf.min.y),
+                         std::min(child.min.z, leaf.min.z)};
     return Volume(max, min) - Volume(child.max, child.min);
 }
-
-// Pushes `index` unless the stack is full, which is reported instead.
-void Push(CubeTree::Stack& stack, int& sp, int32_t index)
-{
-    if (sp >= CubeTree::kStackSize)
-    {
-        ReportBroken(StackSite(), "sp < stack_size", "CubeTree::QueryPairs");
-        return;
-    }
-    stack[sp++] = index;
-}
 }
 
-namespace
+void CubeTree::PrefetchChildren(const CubeTreeNode& node) const
 {
-// Reports a bad node index and hands out a blank scratch node, so that the caller goes on harmlessly.
-[[gnu::noinline, gnu::cold]] CubeTreeNode& BadIndex()
-{
-    ReportBroken(IndexSite(), "index >= 0", "CubeTree::At");
-    static CubeTreeNode scratch;
-    scratch = CubeTreeNode{};
-    return scratch;
-}
-}
-
-inline CubeTreeNode& CubeTree::At(int32_t index)
-{
-    if (index >= 0 && static_cast<size_t>(index) < m_Nodes.size()) [[likely]]
-        return m_Nodes[index];
-    return BadIndex();
+    CubeTreeChecks::Prefetch(m_Nodes.data(), m_Nodes.size(), node.left);
+    CubeTreeChecks::Prefetch(m_Nodes.data(), m_Nodes.size(), node.right);
 }
 
 int32_t CubeTree::Allocate()
@@ -102,14 +51,14 @@ void CubeTree::Refit(int32_t index)
         if (!node.collider)
             return;
         const Collider& c = *node.collider;
-        node.max = Math::Point3D(c.max.x + m_Margin, c.max.y + m_Margin, c.max.z + m_Margin);
-        node.min = Math::Point3D(c.min.x - m_Margin, c.min.y - m_Margin, c.min.z - m_Margin);
+        node.max = CubeCorner{c.max.x + m_Margin, c.max.y + m_Margin, c.max.z + m_Margin};
+        node.min = CubeCorner{c.min.x - m_Margin, c.min.y - m_Margin, c.min.z - m_Margin};
         return;
     }
     const CubeTreeNode& l = At(node.left);
     const CubeTreeNode& r = At(node.right);
-    node.max = Math::Point3D(std::max(l.max.x, r.max.x), std::max(l.max.y, r.max.y), std::max(l.max.z, r.max.z));
-    node.min = Math::Point3D(std::min(l.min.x, r.min.x), std::min(l.min.y, r.min.y), std::min(l.min.z, r.min.z));
+    node.max = CubeCorner{std::max(l.max.x, r.max.x), std::max(l.max.y, r.max.y), std::max(l.max.z, r.max.z)};
+    node.min = CubeCorner{std::min(l.min.x, r.min.x), std::min(l.min.y, r.min.y), std::min(l.min.z, r.min.z)};
 }
 
 void CubeTree::Insert(Collider* collider)
@@ -149,6 +98,9 @@ void CubeTree::InsertLeaf(int32_t leaf)
         const CubeTreeNode& p = At(parent);
         const int32_t leftChild = p.left;
         const int32_t rightChild = p.right;
+        // The next step compares the children of whichever child is chosen: fetch all four early.
+        PrefetchChildren(At(leftChild));
+        PrefetchChildren(At(rightChild));
         const bool goRight = InsertionCost(At(rightChild), At(leaf)) <= InsertionCost(At(leftChild), At(leaf));
         const int32_t child = goRight ? rightChild : leftChild;
         if (!At(child).IsLeaf())
@@ -224,8 +176,12 @@ void CubeTree::Update()
         return;
     }
 
-    // Every leaf, left subtree first: refresh its collider and note it if it left its box.
+    // Every leaf, left subtree first: refresh its collider and note it if it left its box. The
+    // leaves are listed first and refreshed after, in the same order, so that each collider can be
+    // fetched from memory a few leaves ahead of its turn.
     m_Invalid.clear();
+    std::vector<int32_t> leaves;
+    leaves.reserve(m_Nodes.size() / 2 + 1);
     std::vector<int32_t> walk{m_Root};
     while (!walk.empty())
     {
@@ -234,12 +190,27 @@ void CubeTree::Update()
         const CubeTreeNode& node = At(index);
         if (!node.IsLeaf())
         {
+            PrefetchChildren(node);
             walk.push_back(node.right);
             walk.push_back(node.left);
             continue;
         }
-        if (!node.collider)
-            continue;
+        if (node.collider)
+            leaves.push_back(index);
+    }
+
+    constexpr size_t kAhead = 8;
+    for (size_t i = 0; i < leaves.size(); ++i)
+    {
+        if (i + kAhead < leaves.size())
+        {
+            const Collider* ahead = At(leaves[i + kAhead]).collider;
+            __builtin_prefetch(ahead);
+            __builtin_prefetch(&ahead->min);
+            __builtin_prefetch(&ahead->max);
+        }
+        const int32_t index = leaves[i];
+        const CubeTreeNode& node = At(index);
         node.collider->UpdateBounds();
         const Math::Point3D& cmin = node.collider->min;
         const Math::Point3D& cmax = node.collider->max;
@@ -260,53 +231,4 @@ void CubeTree::Update()
         InsertLeaf(leaf);
     }
     m_Invalid.clear();
-}
-
-const std::vector<CubeTree::Pair>& CubeTree::QueryPairs()
-{
-    m_Pairs.clear();
-    if (m_Root == -1 || At(m_Root).IsLeaf())
-        return m_Pairs;
-
-    Stack stack;
-    stack.fill(-1);
-    int sp = 0;
-    Push(stack, sp, m_Root);
-    while (sp > 0)
-    {
-        const int32_t index = stack[--sp];
-        const CubeTreeNode& node = At(index);
-        if (!node.IsLeaf())
-        {
-            Push(stack, sp, node.left);
-            Push(stack, sp, node.right);
-            continue;
-        }
-        // The stack now holds exactly the subtrees not yet visited.
-        ScanAgainst(index, stack, sp);
-    }
-    return m_Pairs;
-}
-
-void CubeTree::ScanAgainst(int32_t leaf, Stack stack, int sp)
-{
-    const CubeTreeNode& l = At(leaf);
-    while (sp > 0)
-    {
-        const int32_t index = stack[--sp];
-        if (index == -1)
-            continue;
-        const CubeTreeNode& node = At(index);
-        if (!Overlaps(node, l))
-            continue;
-        if (index == leaf || !node.IsLeaf())
-        {
-            Push(stack, sp, node.left);
-            Push(stack, sp, node.right);
-        }
-        else
-        {
-            m_Pairs.emplace_back(node.collider, l.collider);
-        }
-    }
 }

@@ -15,6 +15,10 @@
 // node index or a traversal deeper than the stack's 1024 entries is reported
 // as an error naming the file CubeTree, and the operation goes on without it.
 // Colliders are not owned. Main thread only.
+//
+// CubeTree.cpp keeps the tree; CubeTreeScan.cpp lists the pairs, scanning the
+// leaves of small subtrees together where that gives the same pairs in the
+// same order, and CubeTreeChecks holds the two reported conditions.
 #pragma once
 
 #include <array>
@@ -55,6 +59,8 @@ public:
 private:
     // The node at `index`; reports a negative index and then hands out a scratch node.
     CubeTreeNode& At(int32_t index);
+    // Asks the processor to fetch the node's children, which are about to be read; a leaf has none.
+    void PrefetchChildren(const CubeTreeNode& node) const;
     // A fresh node: the top of the free stack reset, or a new one at the end of the vector.
     int32_t Allocate();
     // Sets a leaf's box from its collider's bounds, or an inner node's to its children's union.
@@ -63,8 +69,24 @@ private:
     void InsertLeaf(int32_t leaf);
     // Unlinks a leaf that has a parent: the sibling takes the parent's place, the parent is released.
     void Unlink(int32_t leaf);
-    // Tests `leaf` against every subtree on its own copy of `stack` below `sp`, appending the pairs.
-    void ScanAgainst(int32_t leaf, Stack stack, int sp);
+    // Tests `leaf` against every subtree on `copy`, a copy of the traversal stack below `sp`,
+    // appending the pairs; `copy` is the scan's own to overwrite.
+    void ScanAgainst(int32_t leaf, Stack& copy, int sp);
+    // One leaf of a small subtree whose leaves are scanned as a group: the leaf and the entries
+    // of its own subtree that lie above the shared part of its stack, bottom first.
+    struct GroupLeaf
+    {
+        int32_t leaf;
+        int32_t above[2];
+        int aboveCount;
+    };
+    // When each child of `node` is a leaf or a node of two leaves, fills `group` with its leaves in
+    // the order they would come off the stack and returns how many; otherwise returns 0.
+    int SmallSubtree(const CubeTreeNode& node, GroupLeaf* group);
+    // Does the scans of a group's leaves, where `stack` holds the subtrees not yet visited below
+    // `sp`: the same pairs in the same order as scanning them one by one. `copy` and the vectors
+    // of `later`, one for each leaf but the first, are scratch.
+    void ScanGroup(const GroupLeaf* group, int count, const Stack& stack, int sp, Stack& copy, std::vector<Pair>* later);
 
     int32_t m_Root = -1;
     std::vector<Pair> m_Pairs;

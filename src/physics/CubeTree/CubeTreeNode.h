@@ -3,15 +3,28 @@
 // leaf exactly when left is -1; a leaf holds a collider and its box, an inner
 // node the union of its two children's boxes. Released nodes stay in the
 // vector with their free flag set until they are reused.
+//
+// The box corners are three plain floats rather than Math::Point3D, whose
+// virtual destructor would add a pointer to each corner: the node then fills
+// exactly one 64-byte cache line, which the pair listing reads node by node.
 #pragma once
 
 #include <cstdint>
 
-#include "engine/Math/Point3D.h"
-
 class Collider;
 
-struct CubeTreeNode
+// One corner of a node's box.
+struct CubeCorner
+{
+    // The first coordinate.
+    float x = 0.0f;
+    // The second coordinate.
+    float y = 0.0f;
+    // The third coordinate.
+    float z = 0.0f;
+};
+
+struct alignas(64) CubeTreeNode
 {
     // Index of the parent; -1 at the root.
     int32_t parent = -1;
@@ -20,9 +33,9 @@ struct CubeTreeNode
     // Index of the right child; -1 in a leaf.
     int32_t right = -1;
     // Maximum corner of the node's cube.
-    Math::Point3D max;
+    CubeCorner max;
     // Minimum corner of the node's cube.
-    Math::Point3D min;
+    CubeCorner min;
     // The collider of a leaf; null in an inner node.
     Collider* collider = nullptr;
     // 1 when the node was released.

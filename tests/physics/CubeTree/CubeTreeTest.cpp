@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "physics/CubeTree/LeafByLeafScan.h"
 #include "physics/CubeTree/TestBoxCollider.h"
 #include "support/ReportCapture.h"
 
@@ -243,4 +244,35 @@ TEST(CubeTree, ATreeDeeperThanTheQueryStackIsReportedAndTheQueryEnds)
     EXPECT_FALSE(pairs.empty());
     EXPECT_TRUE(capture.Holds("sp < stack_size"));
     EXPECT_TRUE(capture.Holds("CubeTree"));
+}
+
+TEST(CubeTree, TwoLeavesBesideATreeDeeperThanTheQueryStackListTheirPairsAsTheLeafByLeafScanDoes)
+{
+    // a, then the first cube: a root with the cube on the left and a on the right. b lands beside a,
+    // and every further cube, costing nothing on the left, lengthens a chain there. The two leaves
+    // on the right come off the stack first, with the chain below them, which they overlap.
+    CubeTree tree;
+    auto a = std::make_unique<TestBoxCollider>(P(0.5f, 0.5f, 0.5f), P(1.5f, 1.5f, 1.5f));
+    auto b = std::make_unique<TestBoxCollider>(P(0.6f, 0.6f, 0.6f), P(1.6f, 1.6f, 1.6f));
+    std::vector<std::unique_ptr<TestBoxCollider>> chain;
+    tree.Insert(a.get());
+    chain.push_back(UnitCube(0, 0, 0));
+    tree.Insert(chain.back().get());
+    tree.Insert(b.get());
+    for (int i = 0; i < CubeTree::kStackSize + 100; ++i)
+    {
+        chain.push_back(UnitCube(0, 0, 0));
+        tree.Insert(chain.back().get());
+    }
+    const CubeTreeNode& root = tree.GetNodes()[tree.GetRoot()];
+    const CubeTreeNode& right = tree.GetNodes()[root.right];
+    ASSERT_FALSE(right.IsLeaf());
+    EXPECT_EQ(tree.GetNodes()[right.left].collider, b.get());
+    EXPECT_EQ(tree.GetNodes()[right.right].collider, a.get());
+
+    ReportCapture capture;
+    const auto& pairs = tree.QueryPairs();
+    EXPECT_TRUE(capture.Holds("sp < stack_size"));
+    EXPECT_FALSE(pairs.empty());
+    EXPECT_TRUE(pairs == LeafByLeafScan::Pairs(tree));
 }
