@@ -357,3 +357,16 @@ TEST_F(FirstRoomEndToEndTest, FirstRoomLooksTheSameWhenLitByTheLightVolumePass)
     EXPECT_LT(static_cast<double>(total) / static_cast<double>(compute.pixels.size()), 1.0);
     EXPECT_LT(differing, compute.pixels.size() / 1000);
 }
+
+TEST_F(FirstRoomEndToEndTest, CratesDroppedInTheFirstRoomLandOnTheFloorAndTheirContactsArePrinted)
+{
+    const GameRun run = RunGame("--frames=120 --datadir=\"" VORN_DATA_DIR "\"");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_EQ(run.output.find("Lua Error"), std::string::npos) << run.output;
+    // The first crate lands on the floor plane: the normal points from the crate down to the floor.
+    const std::size_t landing = run.output.find("met FloorPlaneCollision");
+    ASSERT_NE(landing, std::string::npos) << run.output;
+    const std::size_t line = run.output.rfind('\n', landing) + 1;
+    EXPECT_EQ(run.output.compare(line, 18, "Collision: Crate ("), 0) << run.output.substr(line, 120);
+    EXPECT_NE(run.output.find("normal (-0.00, -1.00, -0.00)", landing), std::string::npos) << run.output;
+}

@@ -210,3 +210,23 @@ TEST(PhysicsSystemTest, HandlersSeeFinalPositionsAndMayDestroyObjects)
     EXPECT_EQ(world.system->m_Colliders.size(), 1u);
     world.Step();
 }
+
+TEST(PhysicsSystemTest, PenetrationWithinTheSlopGivesEventsAndVelocityChangesButNoPush)
+{
+    PhysicsTestWorld world;
+    std::vector<ReceivedEvent> first, second;
+    // Radii 1 and 1, centres 1.95 apart: 0.05 deep, within the slop of 0.1.
+    GameObject* a = world.Ball(Math::Point3D(0.0f, 0.0f, 0.0f), 1.0f, &first);
+    GameObject* b = world.Ball(Math::Point3D(1.95f, 0.0f, 0.0f), 1.0f, &second);
+    BodyOf(a).AddToList(0);
+    BodyOf(b).Velocity = Math::Vector3D(-0.6f, 0.0f, 0.0f);
+    world.Step(1, 0.05f);
+    EXPECT_EQ(CountOf(first, "Collision"), 1);
+    EXPECT_EQ(CountOf(second, "Collision"), 1);
+    // Only the integration moved B (by -0.03); nothing pushed them apart.
+    EXPECT_EQ(PositionOf(a), Math::Point3D(0.0f, 0.0f, 0.0f));
+    EXPECT_FLOAT_EQ(PositionOf(b).x, 1.92f);
+    // Equal masses, full bounce: they swap their speeds along the normal.
+    EXPECT_FLOAT_EQ(BodyOf(a).Velocity.x, -0.6f);
+    EXPECT_NEAR(BodyOf(b).Velocity.x, 0.0f, 1e-6f);
+}
