@@ -1,5 +1,10 @@
 #include "model_convert/AssimpMath.h"
 
+// The definitions of the vector and matrix members; the headers alone leave them undefined, which
+// only the unoptimised build gets away with.
+#include <assimp/matrix4x4.inl>
+#include <assimp/vector3.inl>
+
 namespace ModelTools
 {
 Math::Matrix4 ToEngine(const aiMatrix4x4& matrix)
