@@ -435,3 +435,29 @@ TEST_F(WindowTest, WithLostFocusDisabledKeysStayDownAcrossDeactivation)
     EXPECT_TRUE(Input::KeyboardState::Get().IsDown('W'));
     InputManager::Get().Initialize(nullptr);
 }
+
+TEST_F(WindowTest, AClickOverAGuiWindowSendsTheRawEventButLeavesTheGameUntouched)
+{
+    InputManager::Get().Initialize(nullptr);
+    struct Heard
+    {
+        int raw = 0;
+        int triggered = 0;
+        void OnRaw(Event*) { ++raw; }
+        void OnTriggered(Event*) { ++triggered; }
+    } heard;
+    Engine::EventManager& events = Engine::Manager::Get().m_Events;
+    events.RegisterEvent(&heard, "InputRawKeyDown", &Heard::OnRaw);
+    events.RegisterEvent(&heard, "InputGamepadRightTriggerTriggered", &Heard::OnTriggered);
+    GuiInput::Get().m_WantCaptureMouse = true;
+    WindowMessage left;
+    left.button = Platform::LeftButton;
+    Send(WindowMessageKind::MouseButtonDown, left);
+    GuiInput::Get().m_WantCaptureMouse = false;
+    events.UnregisterAll(&heard);
+    EXPECT_EQ(heard.raw, 1);
+    EXPECT_EQ(heard.triggered, 0);
+    EXPECT_FALSE(Input::KeyboardState::Get().IsDown(Input::Mouse_Left));
+    EXPECT_TRUE(GuiInput::Get().m_MouseDown[0]);
+    Send(WindowMessageKind::MouseButtonUp, left);
+}
