@@ -9,6 +9,7 @@
 #include "engine/Options.h"
 #include "input/InputManager.h"
 #include "input/InputRecorder.h"
+#include "input/KeyboardState.h"
 #include "platform/KeyCodes.h"
 #include "utilities/Meta/Registration.h"
 
@@ -27,12 +28,6 @@ int Unscaled(int pixels, float scale)
         return pixels;
     const double logical = static_cast<double>(pixels) / static_cast<double>(scale);
     return static_cast<int>(std::clamp(logical, -2147483648.0, 2147483647.0));
-}
-
-// A position as percent of a size; 0 where the size is zero, as with a window minimized before it was made.
-float Percent(int position, int size)
-{
-    return size > 0 ? static_cast<float>(position) / static_cast<float>(size) * 100.0f : 0.0f;
 }
 
 // A reported scale as the window uses it: 1 when unknown, kept within the window's range.
@@ -157,14 +152,14 @@ bool Window::LoadCursor()
     return true;
 }
 
-void Window::Update(float)
+void Window::Update(float dt)
 {
     InputRecorder& recorder = InputRecorder::Get();
     if (recorder.IsPlayback())
         recorder.Step();
-    InputManager::Get().Update();
     GuiInput::Get().m_MouseWheel = 0.0f;
     GuiInput::Get().m_Characters.clear();
+    InputManager::Get().Update(dt, m_Focused);
     m_Messages.clear();
     m_Native.PumpMessages(m_Messages);
     for (WindowMessage& message : m_Messages)
@@ -306,14 +301,7 @@ long Window::HandleMessage(WindowMessage& message)
         if (!m_Focused)
             return 0;
         recorder.NoteMessage(message);
-        const bool moved = message.x != input.m_MouseX || message.y != input.m_MouseY;
-        const float percentX = Percent(message.x, GetLogicalWidth());
-        const float percentY = Percent(message.y, GetLogicalHeight());
-        input.SetMousePosition(message.x, message.y, percentX, percentY);
-        gui.m_MouseX = static_cast<float>(message.x);
-        gui.m_MouseY = static_cast<float>(message.y);
-        if (moved)
-            input.SetMouseMoved();
+        input.OnMouseMove(message.x, message.y, GetLogicalWidth(), GetLogicalHeight());
         return 0;
     }
     case WindowMessageKind::MouseButtonDown:
@@ -321,7 +309,7 @@ long Window::HandleMessage(WindowMessage& message)
     {
         recorder.NoteMessage(message);
         const bool down = message.kind == WindowMessageKind::MouseButtonDown;
-        const int code = InputManager::kMouseLeft + message.button;
+        const int code = Input::Mouse_Left + message.button;
         if (down)
             input.OnKeyDown(code);
         else
@@ -332,7 +320,6 @@ long Window::HandleMessage(WindowMessage& message)
     }
     case WindowMessageKind::MouseWheel:
         recorder.NoteMessage(message);
-        gui.m_MouseWheel += message.wheelDelta > 0 ? 1.0f : -1.0f;
         input.OnMouseWheel(static_cast<short>(message.wheelDelta));
         return 1;
     case WindowMessageKind::Message549:

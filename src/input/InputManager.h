@@ -1,51 +1,65 @@
-// InputManager: the keyboard and mouse state as the window reports it. Keys are
-// Windows virtual-key codes; the mouse buttons arrive as the pseudo key codes
-// 256 (left), 257 (right) and 258 (middle). The window drives it: it is no
-// engine system of its own. For now it keeps the raw state only; named
-// bindings, gamepads and the polling interface for scripts are not built yet.
+// InputManager: turns the window's key and mouse messages and the gamepads'
+// readings into polled state (the KeyboardState and the Gamepad records) and
+// named events on the engine's global event table. The window drives it: it is
+// no engine system of its own. The window starts it once the window exists
+// (reset keyboard state, the shipped binding table, fresh pads, the GUI's key
+// map, the pause listener), calls Update at the start of each of its frames,
+// and hands it every key, mouse-button, mouse-move and wheel message.
+//
+// Events, each a BoundInput: "InputRawKeyDown"/"InputRawKeyUp" for every key
+// message; binding + "Triggered" on a key down (repeats too), binding +
+// "Released" on a key up, binding + "Pressed" each frame for each binding held;
+// "InputUpdatePlayerVectors" each frame for the keyboard (player 4) and each
+// connected pad. Scripts reach it through the static functions registered in
+// InputScript.cpp.
 #pragma once
 
-#include <array>
-
+class Event;
 class Window;
+
+namespace Input
+{
+class PadSource;
+}
 
 class InputManager
 {
 public:
-    // Number of key codes: 256 keys and the three mouse buttons.
-    static constexpr int kKeyCount = 259;
-    // Pseudo key codes of the mouse buttons.
-    static constexpr int kMouseLeft = 256;
-    static constexpr int kMouseRight = 257;
-    static constexpr int kMouseMiddle = 258;
-
     // The one input manager.
     static InputManager& Get();
+    InputManager(const InputManager&) = delete;
+    InputManager& operator=(const InputManager&) = delete;
 
-    // Binds the input manager to the game window.
-    void Initialize(Window* window) { m_Window = window; }
-    // Starts a new frame of input: clears the per-frame flags.
-    void Update();
-    // A key or mouse button went down.
+    // Starts input for `window`: the keyboard state reset with the shipped bindings, the four pads
+    // made afresh, the GUI's key map set, and the first space's pause events heard.
+    void Initialize(Window* window);
+    // One input frame. With `focused` and input enabled: the keyboard's frame step, the pads' step
+    // and the GUI's control and shift flags. Otherwise every key state and pad button is cleared.
+    void Update(float dt, bool focused = true);
+    // A key or mouse button went down (key code 0 to 258).
     void OnKeyDown(int code);
     // A key or mouse button went up.
     void OnKeyUp(int code);
-    // The mouse is at (x, y) in pixels and (percentX, percentY) of the logical size.
-    void SetMousePosition(int x, int y, float percentX, float percentY);
-    // The truncated mouse position changed this frame.
-    void SetMouseMoved() { m_MouseMoved = true; }
+    // The mouse is at (x, y) client pixels over a render size of width by height.
+    void OnMouseMove(int x, int y, int renderWidth, int renderHeight);
     // The wheel turned by `delta` (120 per notch).
-    void OnMouseWheel(short delta) { m_Wheel += delta; }
+    void OnMouseWheel(int delta);
+    // Runs pad `index`'s motors (all four for an index below 0, none for 4 or more).
+    void GamepadRumble(float seconds, int strength, int index);
+    // A space's pause changed: holds the pads' motors off or gives them back.
+    void OnPause(Event* event);
+    // Shows or hides the cursor for scripts; the platform hears only changes.
+    void SetMouseVisible(bool visible);
+    // Forces the cursor on (or stops forcing it); the platform hears only changes.
+    void SetForceMouseVisible(bool visible);
 
-    // True while the key is held.
-    bool IsDown(int code) const { return code >= 0 && code < kKeyCount && m_Down[code]; }
-
+    // The game window, or null before start.
     Window* m_Window = nullptr;
-    std::array<bool, kKeyCount> m_Down{};
-    int m_MouseX = 0;
-    int m_MouseY = 0;
-    float m_MousePercentX = 0.0f;
-    float m_MousePercentY = 0.0f;
-    bool m_MouseMoved = false;
-    int m_Wheel = 0;
+    // While false, key messages do nothing and each frame clears the key states.
+    bool m_InputEnabled = true;
+
+private:
+    InputManager() = default;
+    void KeyboardStep();
+    void SendKey(int code, bool down);
 };

@@ -293,7 +293,7 @@ TEST(ShippedArchetypesTest, ThePlayerEnemyPickupAndWallPieceOfTheGameLoadWithout
     EXPECT_EQ(reports, "");
 
     const std::vector<std::pair<std::string, std::string>> expected = {
-        {"Player", "Transform Mesh CameraFocus"},
+        {"Player", "Transform Mesh CameraFocus PlayerMovement"},
         {"EmberCrawler", "Transform SkinnedMesh Bobber"},
         {"HealthOrb", "Transform Mesh Spinner Bobber"},
         {"WallPiece", "Transform TexturedMesh"},

@@ -6,6 +6,7 @@
 #include "engine/Manager.h"
 #include "engine/Options.h"
 #include "input/InputManager.h"
+#include "input/KeyboardState.h"
 #include "platform/KeyCodes.h"
 #include "support/ReportCapture.h"
 #include "support/Scoped.h"
@@ -146,9 +147,9 @@ TEST_F(WindowTest, ActivationChangesFocusAndDropsMouseMovesWhileUnfocused)
     WindowMessage move;
     move.x = 300;
     move.y = 200;
-    InputManager::Get().m_MouseX = 0;
+    Input::KeyboardState::Get().m_MousePosition = Math::Point2D(0.0f, 0.0f);
     Send(WindowMessageKind::MouseMove, move);
-    EXPECT_EQ(InputManager::Get().m_MouseX, 0);
+    EXPECT_EQ(Input::KeyboardState::Get().m_MousePosition.x, 0.0f);
 
     WindowMessage active;
     active.activation = Platform::ClickActive;
@@ -157,9 +158,9 @@ TEST_F(WindowTest, ActivationChangesFocusAndDropsMouseMovesWhileUnfocused)
     EXPECT_EQ(m_Events.focus, (std::vector<bool>{false, true}));
 
     Send(WindowMessageKind::MouseMove, move);
-    EXPECT_EQ(InputManager::Get().m_MouseX, 300);
-    EXPECT_FLOAT_EQ(InputManager::Get().m_MousePercentX, 300.0f / 1024.0f * 100.0f);
-    EXPECT_TRUE(InputManager::Get().m_MouseMoved);
+    EXPECT_EQ(Input::KeyboardState::Get().m_MousePosition.x, 300.0f);
+    EXPECT_FLOAT_EQ(Input::KeyboardState::Get().m_MousePercent.x, 300.0f / 1024.0f * 100.0f);
+    EXPECT_TRUE(Input::KeyboardState::Get().m_MouseMoved);
 }
 
 TEST_F(WindowTest, ActivationFromAnotherWindowIsNotFocus)
@@ -214,9 +215,9 @@ TEST_F(WindowTest, KeysReachTheInputManagerAsTheirLowEightBits)
     WindowMessage key;
     key.key = 0x141;
     Send(WindowMessageKind::KeyDown, key);
-    EXPECT_TRUE(InputManager::Get().IsDown(0x41));
+    EXPECT_TRUE(Input::KeyboardState::Get().IsDown(0x41));
     Send(WindowMessageKind::KeyUp, key);
-    EXPECT_FALSE(InputManager::Get().IsDown(0x41));
+    EXPECT_FALSE(Input::KeyboardState::Get().IsDown(0x41));
 }
 
 TEST_F(WindowTest, MouseButtonsArePseudoKeysAndGuiButtons)
@@ -224,27 +225,27 @@ TEST_F(WindowTest, MouseButtonsArePseudoKeysAndGuiButtons)
     WindowMessage right;
     right.button = Platform::RightButton;
     Send(WindowMessageKind::MouseButtonDown, right);
-    EXPECT_TRUE(InputManager::Get().IsDown(257));
+    EXPECT_TRUE(Input::KeyboardState::Get().IsDown(257));
     EXPECT_TRUE(GuiInput::Get().m_MouseDown[1]);
     Send(WindowMessageKind::MouseButtonUp, right);
-    EXPECT_FALSE(InputManager::Get().IsDown(257));
+    EXPECT_FALSE(Input::KeyboardState::Get().IsDown(257));
     EXPECT_FALSE(GuiInput::Get().m_MouseDown[1]);
 
     WindowMessage middle;
     middle.button = Platform::MiddleButton;
     Send(WindowMessageKind::MouseButtonDown, middle);
-    EXPECT_TRUE(InputManager::Get().IsDown(258));
+    EXPECT_TRUE(Input::KeyboardState::Get().IsDown(258));
 }
 
 TEST_F(WindowTest, WheelGivesTheGuiOneStepBySignAndReturnsOne)
 {
     GuiInput::Get().m_MouseWheel = 0.0f;
-    InputManager::Get().m_Wheel = 0;
+    Input::KeyboardState::Get().m_Scroll = 0;
     WindowMessage wheel;
     wheel.wheelDelta = -240;
     EXPECT_EQ(Send(WindowMessageKind::MouseWheel, wheel), 1);
     EXPECT_EQ(GuiInput::Get().m_MouseWheel, -1.0f);
-    EXPECT_EQ(InputManager::Get().m_Wheel, -240);
+    EXPECT_EQ(Input::KeyboardState::Get().m_Scroll, -240);
 }
 
 TEST_F(WindowTest, CharactersReachTheGui)
@@ -288,9 +289,9 @@ TEST_F(WindowTest, MousePercentIsZeroOverAZeroSizeClientArea)
     move.x = 10;
     move.y = 20;
     Send(WindowMessageKind::MouseMove, move);
-    EXPECT_EQ(InputManager::Get().m_MouseX, 10);
-    EXPECT_EQ(InputManager::Get().m_MousePercentX, 0.0f);
-    EXPECT_EQ(InputManager::Get().m_MousePercentY, 0.0f);
+    EXPECT_EQ(Input::KeyboardState::Get().m_MousePosition.x, 10.0f);
+    EXPECT_EQ(Input::KeyboardState::Get().m_MousePercent.x, 0.0f);
+    EXPECT_EQ(Input::KeyboardState::Get().m_MousePercent.y, 0.0f);
 }
 
 TEST_F(WindowTest, MousePercentIsZeroWhenTheScaleLeavesNoLogicalSize)
@@ -304,8 +305,8 @@ TEST_F(WindowTest, MousePercentIsZeroWhenTheScaleLeavesNoLogicalSize)
     move.x = 2;
     move.y = 1;
     Send(WindowMessageKind::MouseMove, move);
-    EXPECT_EQ(InputManager::Get().m_MousePercentX, 0.0f);
-    EXPECT_TRUE(std::isfinite(InputManager::Get().m_MousePercentY));
+    EXPECT_EQ(Input::KeyboardState::Get().m_MousePercent.x, 0.0f);
+    EXPECT_TRUE(std::isfinite(Input::KeyboardState::Get().m_MousePercent.y));
 }
 
 TEST_F(WindowTest, MousePercentIsOfTheLogicalSize)
@@ -317,8 +318,8 @@ TEST_F(WindowTest, MousePercentIsOfTheLogicalSize)
     move.x = 256;
     move.y = 72;
     Send(WindowMessageKind::MouseMove, move);
-    EXPECT_FLOAT_EQ(InputManager::Get().m_MousePercentX, 50.0f);
-    EXPECT_FLOAT_EQ(InputManager::Get().m_MousePercentY, 25.0f);
+    EXPECT_FLOAT_EQ(Input::KeyboardState::Get().m_MousePercent.x, 50.0f);
+    EXPECT_FLOAT_EQ(Input::KeyboardState::Get().m_MousePercent.y, 25.0f);
 }
 
 TEST_F(OpenedWindowTest, InitializeReadsTheDisplayScaleOnceVideoRuns)
@@ -353,8 +354,8 @@ TEST_F(OpenedWindowTest, MousePercentFollowsTheDisplayScale)
     move.x = 256;
     move.y = 144;
     m_Window.HandleMessage(move);
-    EXPECT_FLOAT_EQ(InputManager::Get().m_MousePercentX, 50.0f);
-    EXPECT_FLOAT_EQ(InputManager::Get().m_MousePercentY, 50.0f);
+    EXPECT_FLOAT_EQ(Input::KeyboardState::Get().m_MousePercent.x, 50.0f);
+    EXPECT_FLOAT_EQ(Input::KeyboardState::Get().m_MousePercent.y, 50.0f);
 }
 
 TEST_F(OpenedWindowTest, ADisplayScaleThatIsNoNumberOrOutOfRangeIsNotTaken)
@@ -404,4 +405,59 @@ TEST_F(OpenedWindowTest, BrokenCursorIsLoggedAndTheSystemArrowStays)
     EXPECT_TRUE(m_Window.IsVideoStarted());
     EXPECT_FALSE(m_Window.LoadCursor());
     EXPECT_TRUE(reports.Holds("not a cursor"));
+}
+
+TEST_F(WindowTest, AFrameWithoutFocusClearsTheKeysThatWereDown)
+{
+    InputManager::Get().Initialize(nullptr);
+    WindowMessage key;
+    key.key = 'W';
+    Send(WindowMessageKind::KeyDown, key);
+    WindowMessage inactive;
+    inactive.activation = Platform::Inactive;
+    Send(WindowMessageKind::Activate, inactive);
+    m_Window.Update(0.016f);
+    EXPECT_FALSE(Input::KeyboardState::Get().IsDown('W'));
+    EXPECT_EQ(Input::KeyboardState::Get().m_Held.count("InputMoveUp"), 1u);
+    m_Window.m_Focused = true;
+    InputManager::Get().Initialize(nullptr);
+}
+
+TEST_F(WindowTest, WithLostFocusDisabledKeysStayDownAcrossDeactivation)
+{
+    InputManager::Get().Initialize(nullptr);
+    m_Window.m_LostFocusEnabled = false;
+    WindowMessage key;
+    key.key = 'W';
+    Send(WindowMessageKind::KeyDown, key);
+    Send(WindowMessageKind::Activate, WindowMessage{});
+    m_Window.Update(0.016f);
+    EXPECT_TRUE(Input::KeyboardState::Get().IsDown('W'));
+    InputManager::Get().Initialize(nullptr);
+}
+
+TEST_F(WindowTest, AClickOverAGuiWindowSendsTheRawEventButLeavesTheGameUntouched)
+{
+    InputManager::Get().Initialize(nullptr);
+    struct Heard
+    {
+        int raw = 0;
+        int triggered = 0;
+        void OnRaw(Event*) { ++raw; }
+        void OnTriggered(Event*) { ++triggered; }
+    } heard;
+    Engine::EventManager& events = Engine::Manager::Get().m_Events;
+    events.RegisterEvent(&heard, "InputRawKeyDown", &Heard::OnRaw);
+    events.RegisterEvent(&heard, "InputGamepadRightTriggerTriggered", &Heard::OnTriggered);
+    GuiInput::Get().m_WantCaptureMouse = true;
+    WindowMessage left;
+    left.button = Platform::LeftButton;
+    Send(WindowMessageKind::MouseButtonDown, left);
+    GuiInput::Get().m_WantCaptureMouse = false;
+    events.UnregisterAll(&heard);
+    EXPECT_EQ(heard.raw, 1);
+    EXPECT_EQ(heard.triggered, 0);
+    EXPECT_FALSE(Input::KeyboardState::Get().IsDown(Input::Mouse_Left));
+    EXPECT_TRUE(GuiInput::Get().m_MouseDown[0]);
+    Send(WindowMessageKind::MouseButtonUp, left);
 }

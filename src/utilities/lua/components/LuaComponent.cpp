@@ -2,6 +2,7 @@
 
 #include "engine/GameObject.h"
 #include "engine/Log.h"
+#include "engine/Manager.h"
 #include "engine/Space.h"
 #include "utilities/Meta/Registration.h"
 #include "utilities/Serialization/Serializer.h"
@@ -38,7 +39,11 @@ int RegisterFunction(lua_State* L)
 }
 }
 
-LuaComponent::~LuaComponent() = default;
+LuaComponent::~LuaComponent()
+{
+    // Its script's binds on the global table name this component; none may outlive it.
+    Engine::Manager::Get().m_Events.UnregisterAll(this);
+}
 
 LuaSystem& LuaComponent::System() const
 {
@@ -77,6 +82,7 @@ void LuaComponent::OnScriptLoaded(bool alreadyRun)
         // The reloaded script registers its events again in its Initialize.
         if (Engine::Space* space = GetSpace())
             space->m_Events.UnregisterAll(this);
+        Engine::Manager::Get().m_Events.UnregisterAll(this);
     }
     else
         m_Script->Run();
@@ -108,6 +114,8 @@ void LuaComponent::LateInitialize()
 void LuaComponent::Uninitialize()
 {
     CallEntryPoint("Destroy");
+    // A script may listen on the global table too (input, for one); those binds go with it.
+    Engine::Manager::Get().m_Events.UnregisterAll(this);
 }
 
 Component* LuaComponent::Clone() const

@@ -3,6 +3,10 @@
 #include "utilities/lua/components/ScriptComponentTestSupport.h"
 
 #include "Components/Transform/Transform.h"
+#include "engine/Manager.h"
+#include "input/Gamepad.h"
+#include "input/InputManager.h"
+#include "input/PadSource.h"
 #include "physics/Body.h"
 #include "physics/ColliderSphere.h"
 #include "physics/PhysicsSystem.h"
@@ -147,4 +151,89 @@ TEST_F(ShippedComponentsTest, CollisionLoggerPrintsEachContactOfItsObjectOnceWhe
     m_Space.Update(1.0f / 60.0f);
     m_Space.Update(1.0f / 60.0f);
     EXPECT_EQ(quiet.Text().find("met"), std::string::npos) << quiet.Text();
+}
+
+namespace
+{
+// One pad that answers with the left stick held where the test puts it.
+class OnePad : public Input::PadSource
+{
+public:
+    bool ReadState(int pad, Input::PadState& state) override
+    {
+        if (pad != 1)
+            return false;
+        state.Gamepad.sThumbLX = stickX;
+        return true;
+    }
+    void SetMotors(int, const Input::PadMotors&) override {}
+    std::int16_t stickX = 0;
+};
+
+// Input started as the window starts it, and put back after.
+struct InputScope
+{
+    InputScope() { InputManager::Get().Initialize(nullptr); }
+    ~InputScope()
+    {
+        Gamepad::SetSource(nullptr);
+        InputManager::Get().Initialize(nullptr);
+    }
+};
+}
+
+TEST_F(ShippedComponentsTest, PlayerMovementWalksTheFirstPlayerByTheMoveKeys)
+{
+    InputScope input;
+    GameObject* object = MakeObject();
+    ASSERT_NE(object->AddComponent("PlayerMovement"), nullptr);
+    Run("obj.PlayerMovement.Speed = 2");
+    InputManager::Get().OnKeyDown('W');
+    InputManager::Get().Update(0.5f);
+    m_Space.Update(0.5f);
+    const auto& position = object->GetComponent<Transform>()->m_Position;
+    EXPECT_NEAR(position.z, -1.0f, 1e-5);
+    EXPECT_NEAR(position.x, 0.0f, 1e-5);
+    InputManager::Get().OnKeyUp('W');
+    InputManager::Get().OnKeyDown('D');
+    InputManager::Get().Update(0.5f);
+    m_Space.Update(0.5f);
+    EXPECT_NEAR(position.x, 1.0f, 1e-5);
+    EXPECT_NEAR(position.z, -1.0f, 1e-5);
+    InputManager::Get().OnKeyUp('D');
+    InputManager::Get().Update(0.5f);
+    m_Space.Update(0.5f);
+    EXPECT_NEAR(position.x, 1.0f, 1e-5);
+}
+
+TEST_F(ShippedComponentsTest, PlayerMovementFollowsOnlyItsOwnPadAndLeavesTheKeyboardToPlayerZero)
+{
+    InputScope input;
+    OnePad pad;
+    pad.stickX = 32767;
+    Gamepad::SetSource(&pad);
+    GameObject* second = MakeObject();
+    second->AddComponent("PlayerMovement");
+    Run("obj.PlayerMovement.PlayerIndex = 1 obj.PlayerMovement.Speed = 1");
+    InputManager::Get().OnKeyDown('W');
+    {
+        StdoutCapture connected;
+        InputManager::Get().Update(1.0f);
+    }
+    m_Space.Update(1.0f);
+    const auto& position = second->GetComponent<Transform>()->m_Position;
+    EXPECT_NEAR(position.x, 1.0f, 1e-5);
+    EXPECT_NEAR(position.z, 0.0f, 1e-5);
+}
+
+TEST_F(ShippedComponentsTest, PlayerMovementStopsListeningWhenItsObjectIsGone)
+{
+    InputScope input;
+    GameObject* object = MakeObject();
+    object->AddComponent("PlayerMovement");
+    object->Destroy();
+    m_Space.Update(0.1f);
+    InputManager::Get().OnKeyDown('W');
+    InputManager::Get().Update(0.1f);  // would reach a dead component's script otherwise
+    SUCCEED();
 }
