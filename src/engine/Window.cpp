@@ -7,6 +7,7 @@
 #include "engine/Log.h"
 #include "engine/Manager.h"
 #include "engine/Options.h"
+#include "input/Gamepad.h"
 #include "input/InputManager.h"
 #include "input/InputRecorder.h"
 #include "input/KeyboardState.h"
@@ -77,6 +78,20 @@ Meta::Data* WindowFocus::GetMeta() const
 
 Window::Window() = default;
 
+Window::~Window()
+{
+    if (Gamepad::GetSource() == &m_Pads)
+        Gamepad::SetSource(nullptr);
+}
+
+void Window::DestroyNativeWindow()
+{
+    if (Gamepad::GetSource() == &m_Pads)
+        Gamepad::SetSource(nullptr);
+    m_Pads.Close();
+    m_Native.Destroy();
+}
+
 Window& Window::Get()
 {
     static Window* window = new Window();
@@ -127,6 +142,8 @@ void Window::Initialize()
     m_BorderX = 0;
     m_BorderY = 0;
     InputManager::Get().Initialize(this);
+    if (m_Pads.Open())
+        Gamepad::SetSource(&m_Pads);
     m_Created = true;
     UpdateGuiDisplaySize();
 }

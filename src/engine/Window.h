@@ -10,6 +10,7 @@
 #include "engine/Event.h"
 #include "engine/Options.h"
 #include "engine/System.h"
+#include "platform/GamePads.h"
 #include "platform/NativeWindow.h"
 #include "platform/WindowMessage.h"
 
@@ -55,12 +56,15 @@ public:
     // The one window; registers the option "DisableLostFocus".
     static Window& Get();
     Window();
+    // Takes its pads back from the input layer.
+    ~Window() override;
 
     // Where Initialize reads the display scale, once video runs.
     using DisplayScaleQuery = std::function<Platform::DisplayScale()>;
 
     // Starts video, reads the display scale, makes the native window at the
-    // logical size, puts the cursor over it and binds input to it.
+    // logical size, puts the cursor over it, binds input to it and opens the
+    // game pads as the input layer's pad source.
     void Initialize() override;
     // Replay step, input step, then every waiting message.
     void Update(float dt) override;
@@ -70,8 +74,8 @@ public:
     void Show();
     // The platform window, for the renderer's context and screen modes.
     Platform::NativeWindow& GetNativeWindow() { return m_Native; }
-    // Closes the native window at shutdown.
-    void DestroyNativeWindow() { m_Native.Destroy(); }
+    // Closes the game pads and the native window at shutdown.
+    void DestroyNativeWindow();
     // True while the window holds the video system (from the start of Initialize).
     bool IsVideoStarted() const { return m_Native.IsVideoStarted(); }
     // Replaces the display's own scale query; tests give the window a display of their own.
@@ -128,6 +132,8 @@ private:
     void SetDisplayScale(Platform::DisplayScale scale);
 
     Platform::NativeWindow m_Native;
+    // The game pads, opened at Initialize.
+    Platform::GamePads m_Pads;
     DisplayScaleQuery m_DisplayScaleQuery;
     std::vector<Platform::WindowMessage> m_Messages;
     // Option "DisableLostFocus", removed again with this window.

@@ -8,6 +8,7 @@
 #include "input/BindingTable.h"
 #include "input/Gamepad.h"
 #include "input/InputEvents.h"
+#include "input/PadSource.h"
 #include "input/KeyboardState.h"
 #include "platform/Cursor.h"
 #include "platform/KeyCodes.h"
@@ -87,6 +88,8 @@ void InputManager::Update(float dt, bool focused)
         return;
     }
     KeyboardStep();
+    if (Input::PadSource* source = Gamepad::GetSource())
+        source->Refresh();
     for (int i = 0; i < Gamepad::kCount; ++i)
         Gamepad::Get(i).Step(dt, GlobalEvents());
     GuiInput& gui = GuiInput::Get();

@@ -12,6 +12,8 @@ class PadSource
 {
 public:
     virtual ~PadSource() = default;
+    // Notices pads plugged in and out and takes their new state; called once a frame before the pads are read.
+    virtual void Refresh() {}
     // Fills `state` with the controls of pad `pad` (0 to 3); false when that pad is missing.
     virtual bool ReadState(int pad, PadState& state) = 0;
     // Sets the motor speeds of pad `pad` (0 to 3).

@@ -12,23 +12,23 @@ namespace
 struct ButtonMask
 {
     SDL_GameControllerButton button;
-    uint16_t mask;
+    Input::PadButtonMask mask;
 };
 constexpr ButtonMask kButtons[] = {
-    {SDL_CONTROLLER_BUTTON_DPAD_UP, kPadDPadUp},
-    {SDL_CONTROLLER_BUTTON_DPAD_DOWN, kPadDPadDown},
-    {SDL_CONTROLLER_BUTTON_DPAD_LEFT, kPadDPadLeft},
-    {SDL_CONTROLLER_BUTTON_DPAD_RIGHT, kPadDPadRight},
-    {SDL_CONTROLLER_BUTTON_START, kPadStart},
-    {SDL_CONTROLLER_BUTTON_BACK, kPadBack},
-    {SDL_CONTROLLER_BUTTON_LEFTSTICK, kPadLeftThumb},
-    {SDL_CONTROLLER_BUTTON_RIGHTSTICK, kPadRightThumb},
-    {SDL_CONTROLLER_BUTTON_LEFTSHOULDER, kPadLeftShoulder},
-    {SDL_CONTROLLER_BUTTON_RIGHTSHOULDER, kPadRightShoulder},
-    {SDL_CONTROLLER_BUTTON_A, kPadButtonA},
-    {SDL_CONTROLLER_BUTTON_B, kPadButtonB},
-    {SDL_CONTROLLER_BUTTON_X, kPadButtonX},
-    {SDL_CONTROLLER_BUTTON_Y, kPadButtonY},
+    {SDL_CONTROLLER_BUTTON_DPAD_UP, Input::PadDPadUp},
+    {SDL_CONTROLLER_BUTTON_DPAD_DOWN, Input::PadDPadDown},
+    {SDL_CONTROLLER_BUTTON_DPAD_LEFT, Input::PadDPadLeft},
+    {SDL_CONTROLLER_BUTTON_DPAD_RIGHT, Input::PadDPadRight},
+    {SDL_CONTROLLER_BUTTON_START, Input::PadStart},
+    {SDL_CONTROLLER_BUTTON_BACK, Input::PadBack},
+    {SDL_CONTROLLER_BUTTON_LEFTSTICK, Input::PadLeftThumb},
+    {SDL_CONTROLLER_BUTTON_RIGHTSTICK, Input::PadRightThumb},
+    {SDL_CONTROLLER_BUTTON_LEFTSHOULDER, Input::PadLeftShoulder},
+    {SDL_CONTROLLER_BUTTON_RIGHTSHOULDER, Input::PadRightShoulder},
+    {SDL_CONTROLLER_BUTTON_A, Input::PadA},
+    {SDL_CONTROLLER_BUTTON_B, Input::PadB},
+    {SDL_CONTROLLER_BUTTON_X, Input::PadX},
+    {SDL_CONTROLLER_BUTTON_Y, Input::PadY},
 };
 
 // A trigger axis (0 to 32767) as XInput's byte, rounded.
@@ -44,10 +44,10 @@ int16_t Upwards(int16_t value)
     return static_cast<int16_t>(std::min(32767, -static_cast<int>(value)));
 }
 
-bool SameState(const PadReading& a, const PadReading& b)
+bool SameControls(const Input::PadControls& a, const Input::PadControls& b)
 {
-    return a.buttons == b.buttons && a.leftTrigger == b.leftTrigger && a.rightTrigger == b.rightTrigger &&
-           a.thumbLX == b.thumbLX && a.thumbLY == b.thumbLY && a.thumbRX == b.thumbRX && a.thumbRY == b.thumbRY;
+    return a.wButtons == b.wButtons && a.bLeftTrigger == b.bLeftTrigger && a.bRightTrigger == b.bRightTrigger &&
+           a.sThumbLX == b.sThumbLX && a.sThumbLY == b.sThumbLY && a.sThumbRX == b.sThumbRX && a.sThumbRY == b.sThumbRY;
 }
 
 // The device index of the joystick with this instance id, or -1.
@@ -109,34 +109,41 @@ void GamePads::Refresh()
     }
 }
 
-bool GamePads::Read(int slot, PadReading& reading)
+bool GamePads::ReadState(int slot, Input::PadState& state)
 {
     if (slot < 0 || slot >= kSlots || !m_Slots[slot].controller)
         return false;
     Slot& pad = m_Slots[slot];
     SDL_GameController* controller = pad.controller;
-    PadReading now;
+    Input::PadControls now;
     for (const ButtonMask& entry : kButtons)
         if (SDL_GameControllerGetButton(controller, entry.button))
-            now.buttons |= entry.mask;
-    now.leftTrigger = TriggerByte(SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_TRIGGERLEFT));
-    now.rightTrigger = TriggerByte(SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_TRIGGERRIGHT));
-    now.thumbLX = SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_LEFTX);
-    now.thumbLY = Upwards(SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_LEFTY));
-    now.thumbRX = SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_RIGHTX);
-    now.thumbRY = Upwards(SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_RIGHTY));
-    now.packet = SameState(now, pad.last) ? pad.last.packet : pad.last.packet + 1;
-    pad.last = now;
-    reading = now;
+            now.wButtons |= entry.mask;
+    now.bLeftTrigger = TriggerByte(SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_TRIGGERLEFT));
+    now.bRightTrigger = TriggerByte(SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_TRIGGERRIGHT));
+    now.sThumbLX = SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_LEFTX);
+    now.sThumbLY = Upwards(SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_LEFTY));
+    now.sThumbRX = SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_RIGHTX);
+    now.sThumbRY = Upwards(SDL_GameControllerGetAxis(controller, SDL_CONTROLLER_AXIS_RIGHTY));
+    if (!SameControls(now, pad.last.Gamepad))
+        ++pad.last.dwPacketNumber;
+    pad.last.Gamepad = now;
+    state = pad.last;
     return true;
 }
 
-bool GamePads::SetMotors(int slot, uint16_t left, uint16_t right)
+void GamePads::SetMotors(int slot, const Input::PadMotors& motors)
+{
+    StartMotors(slot, motors);
+}
+
+bool GamePads::StartMotors(int slot, const Input::PadMotors& motors)
 {
     if (slot < 0 || slot >= kSlots || !m_Slots[slot].controller)
         return false;
     // XInput's motors run until set again; SDL's rumble needs a length, so it is given the longest.
-    return SDL_GameControllerRumble(m_Slots[slot].controller, left, right, SDL_MAX_UINT32) == 0;
+    return SDL_GameControllerRumble(m_Slots[slot].controller, motors.wLeftMotorSpeed, motors.wRightMotorSpeed,
+                                    SDL_MAX_UINT32) == 0;
 }
 
 int GamePads::Connected() const

@@ -1,19 +1,20 @@
 // GamePads: up to four game controllers through SDL's game controller
-// interface, read in the layout of an XInput pad state, so that the input
-// layer above works as it would on XInput. Pads take the first free of four
+// interface, read into the input layer's pad records (XInput's layout), as its
+// pad source: the input layer above works as it would on XInput. Pads take the first free of four
 // slots in the order they connect; one that is unplugged frees its slot, and
 // the next pad to connect takes the lowest free slot. SDL's controller
 // database maps the common pads without any configuration.
 //
 // Refresh once a frame before reading: it notices pads plugged in and out and
-// updates their state. Read gives a slot's state (false when the slot is
-// empty); SetMotors starts the rumble motors, which run until set again.
+// updates their state. ReadState gives a slot's state (false when the slot is
+// empty); SetMotors starts the rumble motors, which run until set again. The
+// window opens the pads at its start and installs them as the pads' source.
 //
 //   Platform::GamePads pads;
 //   pads.Open();
 //   pads.Refresh();
-//   Platform::PadReading reading;
-//   if (pads.Read(0, reading) && (reading.buttons & Platform::kPadButtonA)) ...
+//   Input::PadState state;
+//   if (pads.ReadState(0, state) && (state.Gamepad.wButtons & Input::PadA)) ...
 //
 // For tests, AttachVirtualPad makes a pad that exists only in the program,
 // driven by SetVirtualButton and SetVirtualAxis, which SDL maps like any other.
@@ -22,26 +23,12 @@
 #include <array>
 #include <cstdint>
 
+#include "input/PadSource.h"
+
 struct _SDL_GameController;
 
 namespace Platform
 {
-// XInput's button masks, as the pad state carries them.
-inline constexpr uint16_t kPadDPadUp = 0x0001;
-inline constexpr uint16_t kPadDPadDown = 0x0002;
-inline constexpr uint16_t kPadDPadLeft = 0x0004;
-inline constexpr uint16_t kPadDPadRight = 0x0008;
-inline constexpr uint16_t kPadStart = 0x0010;
-inline constexpr uint16_t kPadBack = 0x0020;
-inline constexpr uint16_t kPadLeftThumb = 0x0040;
-inline constexpr uint16_t kPadRightThumb = 0x0080;
-inline constexpr uint16_t kPadLeftShoulder = 0x0100;
-inline constexpr uint16_t kPadRightShoulder = 0x0200;
-inline constexpr uint16_t kPadButtonA = 0x1000;
-inline constexpr uint16_t kPadButtonB = 0x2000;
-inline constexpr uint16_t kPadButtonX = 0x4000;
-inline constexpr uint16_t kPadButtonY = 0x8000;
-
 // Buttons of a virtual pad, as SetVirtualButton takes them (SDL's controller button numbers).
 enum VirtualPadButton : int
 {
@@ -56,31 +43,14 @@ enum VirtualPadAxis : int
     kVirtualLeftX = 0, kVirtualLeftY, kVirtualRightX, kVirtualRightY, kVirtualLeftTrigger, kVirtualRightTrigger,
 };
 
-// One pad's state in XInput's layout: sticks from -32768 to 32767 with +y up, triggers 0 to 255.
-struct PadReading
-{
-    // Grows by one whenever the state changes.
-    uint32_t packet = 0;
-    // The buttons held, as the kPad masks.
-    uint16_t buttons = 0;
-    // Left trigger, 0 to 255.
-    uint8_t leftTrigger = 0;
-    // Right trigger, 0 to 255.
-    uint8_t rightTrigger = 0;
-    // Left stick.
-    int16_t thumbLX = 0, thumbLY = 0;
-    // Right stick.
-    int16_t thumbRX = 0, thumbRY = 0;
-};
-
-class GamePads
+class GamePads : public Input::PadSource
 {
 public:
     // Number of pad slots.
     static constexpr int kSlots = 4;
 
     GamePads() = default;
-    ~GamePads() { Close(); }
+    ~GamePads() override { Close(); }
     GamePads(const GamePads&) = delete;
     GamePads& operator=(const GamePads&) = delete;
 
@@ -89,11 +59,13 @@ public:
     // Closes every pad and the subsystem.
     void Close();
     // Frees the slots of pads that were unplugged, fills free slots with new pads, updates their state.
-    void Refresh();
+    void Refresh() override;
     // The state of the pad in `slot`; false when the slot holds none.
-    bool Read(int slot, PadReading& reading);
-    // Runs the pad's motors at these speeds (0 to 65535) until set again; false when it has none.
-    bool SetMotors(int slot, uint16_t left, uint16_t right);
+    bool ReadState(int slot, Input::PadState& state) override;
+    // Runs the pad's motors at these speeds until set again.
+    void SetMotors(int slot, const Input::PadMotors& motors) override;
+    // As SetMotors; false when the slot holds no pad or the pad has no motors.
+    bool StartMotors(int slot, const Input::PadMotors& motors);
     // Pads in their slots.
     int Connected() const;
 
@@ -111,7 +83,7 @@ private:
     {
         _SDL_GameController* controller = nullptr;
         int32_t instance = -1;
-        PadReading last;
+        Input::PadState last;
     };
     std::array<Slot, kSlots> m_Slots{};
     bool m_Open = false;

@@ -1,5 +1,7 @@
 #include "platform/GamePads.h"
 
+#include "input/PadState.h"
+
 #include <gtest/gtest.h>
 
 namespace
@@ -34,11 +36,11 @@ protected:
 TEST_F(GamePadsTest, NoPadMeansEveryReadFails)
 {
     m_Pads.Refresh();
-    Platform::PadReading reading;
+    Input::PadState reading;
     EXPECT_EQ(m_Pads.Connected(), 0);
     for (int slot = -1; slot <= Platform::GamePads::kSlots; ++slot)
-        EXPECT_FALSE(m_Pads.Read(slot, reading)) << slot;
-    EXPECT_FALSE(m_Pads.SetMotors(0, 100, 100));
+        EXPECT_FALSE(m_Pads.ReadState(slot, reading)) << slot;
+    EXPECT_FALSE(m_Pads.StartMotors(0, Input::PadMotors{100, 100}));
 }
 
 TEST_F(GamePadsTest, ButtonsTriggersAndSticksArriveInTheXInputLayout)
@@ -57,35 +59,35 @@ TEST_F(GamePadsTest, ButtonsTriggersAndSticksArriveInTheXInputLayout)
     GamePads::SetVirtualAxis(pad, kVirtualLeftY, -20000);
     GamePads::SetVirtualAxis(pad, kVirtualRightY, -32768);
     m_Pads.Refresh();
-    PadReading reading;
-    ASSERT_TRUE(m_Pads.Read(0, reading));
-    EXPECT_EQ(reading.buttons, kPadButtonA | kPadDPadLeft | kPadStart | kPadRightShoulder);
-    EXPECT_EQ(reading.leftTrigger, 255);
+    Input::PadState reading;
+    ASSERT_TRUE(m_Pads.ReadState(0, reading));
+    EXPECT_EQ(reading.Gamepad.wButtons, Input::PadA | Input::PadDPadLeft | Input::PadStart | Input::PadRightShoulder);
+    EXPECT_EQ(reading.Gamepad.bLeftTrigger, 255);
     // Half way along the virtual trigger's raw range is half pressed.
-    EXPECT_NEAR(reading.rightTrigger, 128, 1);
-    EXPECT_EQ(reading.thumbLX, 20000);
+    EXPECT_NEAR(reading.Gamepad.bRightTrigger, 128, 1);
+    EXPECT_EQ(reading.Gamepad.sThumbLX, 20000);
     // Pushed up: SDL says negative, XInput positive.
-    EXPECT_EQ(reading.thumbLY, 20000);
-    EXPECT_EQ(reading.thumbRY, 32767);
-    EXPECT_EQ(reading.thumbRX, 0);
+    EXPECT_EQ(reading.Gamepad.sThumbLY, 20000);
+    EXPECT_EQ(reading.Gamepad.sThumbRY, 32767);
+    EXPECT_EQ(reading.Gamepad.sThumbRX, 0);
 }
 
 TEST_F(GamePadsTest, PacketNumberGrowsOnlyWhenTheStateChanges)
 {
     const int pad = Plug();
     m_Pads.Refresh();
-    Platform::PadReading first, same, changed;
-    ASSERT_TRUE(m_Pads.Read(0, first));
-    EXPECT_EQ(first.leftTrigger, 0);
-    EXPECT_EQ(first.rightTrigger, 0);
+    Input::PadState first, same, changed;
+    ASSERT_TRUE(m_Pads.ReadState(0, first));
+    EXPECT_EQ(first.Gamepad.bLeftTrigger, 0);
+    EXPECT_EQ(first.Gamepad.bRightTrigger, 0);
     m_Pads.Refresh();
-    ASSERT_TRUE(m_Pads.Read(0, same));
-    EXPECT_EQ(same.packet, first.packet);
+    ASSERT_TRUE(m_Pads.ReadState(0, same));
+    EXPECT_EQ(same.dwPacketNumber, first.dwPacketNumber);
     Platform::GamePads::SetVirtualButton(pad, Platform::kVirtualB, true);
     m_Pads.Refresh();
-    ASSERT_TRUE(m_Pads.Read(0, changed));
-    EXPECT_EQ(changed.packet, first.packet + 1);
-    EXPECT_EQ(changed.buttons, Platform::kPadButtonB);
+    ASSERT_TRUE(m_Pads.ReadState(0, changed));
+    EXPECT_EQ(changed.dwPacketNumber, first.dwPacketNumber + 1);
+    EXPECT_EQ(changed.Gamepad.wButtons, Input::PadB);
 }
 
 TEST_F(GamePadsTest, PadsTakeSlotsInTheOrderTheyConnectAndAnUnpluggedOneFreesItsSlot)
@@ -97,23 +99,23 @@ TEST_F(GamePadsTest, PadsTakeSlotsInTheOrderTheyConnectAndAnUnpluggedOneFreesIts
     ASSERT_EQ(m_Pads.Connected(), 2);
     Platform::GamePads::SetVirtualButton(second, Platform::kVirtualY, true);
     m_Pads.Refresh();
-    Platform::PadReading reading;
-    ASSERT_TRUE(m_Pads.Read(1, reading));
-    EXPECT_EQ(reading.buttons, Platform::kPadButtonY);
+    Input::PadState reading;
+    ASSERT_TRUE(m_Pads.ReadState(1, reading));
+    EXPECT_EQ(reading.Gamepad.wButtons, Input::PadY);
 
     Unplug(first);
     m_Pads.Refresh();
     EXPECT_EQ(m_Pads.Connected(), 1);
-    EXPECT_FALSE(m_Pads.Read(0, reading));
-    ASSERT_TRUE(m_Pads.Read(1, reading));
-    EXPECT_EQ(reading.buttons, Platform::kPadButtonY);
+    EXPECT_FALSE(m_Pads.ReadState(0, reading));
+    ASSERT_TRUE(m_Pads.ReadState(1, reading));
+    EXPECT_EQ(reading.Gamepad.wButtons, Input::PadY);
 
     // The next pad takes the lowest free slot.
     const int third = Plug();
     Platform::GamePads::SetVirtualButton(third, Platform::kVirtualX, true);
     m_Pads.Refresh();
-    ASSERT_TRUE(m_Pads.Read(0, reading));
-    EXPECT_EQ(reading.buttons, Platform::kPadButtonX);
+    ASSERT_TRUE(m_Pads.ReadState(0, reading));
+    EXPECT_EQ(reading.Gamepad.wButtons, Input::PadX);
 }
 
 TEST_F(GamePadsTest, AFifthPadWaitsForAFreeSlot)
@@ -127,9 +129,9 @@ TEST_F(GamePadsTest, AFifthPadWaitsForAFreeSlot)
     Unplug(ids[2]);
     m_Pads.Refresh();
     EXPECT_EQ(m_Pads.Connected(), 4);
-    Platform::PadReading reading;
-    ASSERT_TRUE(m_Pads.Read(2, reading));
-    EXPECT_EQ(reading.buttons, Platform::kPadButtonA);
+    Input::PadState reading;
+    ASSERT_TRUE(m_Pads.ReadState(2, reading));
+    EXPECT_EQ(reading.Gamepad.wButtons, Input::PadA);
 }
 
 TEST_F(GamePadsTest, RumbleOnAPadWithoutMotorsIsRefusedQuietly)
@@ -137,7 +139,7 @@ TEST_F(GamePadsTest, RumbleOnAPadWithoutMotorsIsRefusedQuietly)
     Plug();
     m_Pads.Refresh();
     // A virtual pad has no motors: the call answers false and nothing else happens.
-    EXPECT_FALSE(m_Pads.SetMotors(0, 24000, 28000));
-    Platform::PadReading reading;
-    EXPECT_TRUE(m_Pads.Read(0, reading));
+    EXPECT_FALSE(m_Pads.StartMotors(0, Input::PadMotors{24000, 28000}));
+    Input::PadState reading;
+    EXPECT_TRUE(m_Pads.ReadState(0, reading));
 }
