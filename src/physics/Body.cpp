@@ -5,7 +5,6 @@
 #include "Components/Transform/Transform.h"
 #include "engine/GameObject.h"
 #include "engine/Log.h"
-#include "engine/Space.h"
 #include "physics/PhysicsSystem.h"
 #include "utilities/Meta/Registration.h"
 
@@ -31,21 +30,12 @@ Meta::Data* PhysicsBody::GetMeta() const
     return Meta::Get<PhysicsBody>();
 }
 
-namespace
-{
-PhysicsSystem* SystemOf(const Component& component)
-{
-    Engine::Space* space = component.GetSpace();
-    return space ? space->GetSystem<PhysicsSystem>() : nullptr;
-}
-}
-
 void PhysicsBody::Initialize()
 {
     transform = m_Owner ? m_Owner->GetComponent<Transform>() : nullptr;
     if (!transform)
         VORN_REPORT_ERROR_IN(false, "PhysicsBody::Initialize", "PhysicsBody needs transform component");
-    PhysicsSystem* system = SystemOf(*this);
+    PhysicsSystem* system = PhysicsSystem::Of(*this);
     if (!system || m_Joined)
         return;
     system->m_Bodies.push_back(this);
@@ -56,12 +46,8 @@ void PhysicsBody::Uninitialize()
 {
     if (!m_Joined)
         return;
-    if (PhysicsSystem* system = SystemOf(*this))
-    {
-        auto found = std::find(system->m_Bodies.begin(), system->m_Bodies.end(), this);
-        if (found != system->m_Bodies.end())
-            system->m_Bodies.erase(found);
-    }
+    if (PhysicsSystem* system = PhysicsSystem::Of(*this))
+        PhysicsSystem::Leave(system->m_Bodies, this);
     m_Joined = false;
 }
 

@@ -3,12 +3,10 @@
 // missing Transform from here, each at its own site.
 #include "physics/Collider.h"
 
-#include <algorithm>
 
 #include "Components/Transform/Transform.h"
 #include "engine/GameObject.h"
 #include "engine/Log.h"
-#include "engine/Space.h"
 #include "physics/ColliderPlane.h"
 #include "physics/PhysicsSystem.h"
 #include "utilities/Meta/Registration.h"
@@ -29,25 +27,10 @@ namespace
 {
 const char* const kNoTransform = "PhysicsBody needs transform component";
 
-// Erases the first element equal to `item`, keeping the order of the rest.
-template <class T>
-void EraseFirst(std::vector<T*>& items, const void* item)
-{
-    auto found = std::find(items.begin(), items.end(), item);
-    if (found != items.end())
-        items.erase(found);
-}
-
 Transform* TransformOf(const Component& component)
 {
     return component.m_Owner ? component.m_Owner->GetComponent<Transform>() : nullptr;
 }
-}
-
-PhysicsSystem* Collider::FindSystem() const
-{
-    Engine::Space* space = GetSpace();
-    return space ? space->GetSystem<PhysicsSystem>() : nullptr;
 }
 
 void Collider::Initialize()
@@ -55,7 +38,7 @@ void Collider::Initialize()
     transform = TransformOf(*this);
     if (!transform)
         VORN_REPORT_ERROR_IN(false, "Collider::Initialize", kNoTransform);
-    PhysicsSystem* system = FindSystem();
+    PhysicsSystem* system = PhysicsSystem::Of(*this);
     if (!system || m_Joined)
         return;
     system->m_Tree.Insert(this);
@@ -67,10 +50,10 @@ void Collider::Uninitialize()
 {
     if (!m_Joined)
         return;
-    if (PhysicsSystem* system = FindSystem())
+    if (PhysicsSystem* system = PhysicsSystem::Of(*this))
     {
         system->m_Tree.Remove(this);
-        EraseFirst(system->m_Colliders, this);
+        PhysicsSystem::Leave(system->m_Colliders, this);
     }
     m_Joined = false;
 }
@@ -80,7 +63,7 @@ void ColliderPlane::Initialize()
     transform = TransformOf(*this);
     if (!transform)
         VORN_REPORT_ERROR_IN(false, "ColliderPlane::Initialize", kNoTransform);
-    PhysicsSystem* system = FindSystem();
+    PhysicsSystem* system = PhysicsSystem::Of(*this);
     if (!system || m_InPlanes)
         return;
     system->m_Planes.push_back(this);
@@ -91,8 +74,8 @@ void ColliderPlane::Uninitialize()
 {
     if (!m_InPlanes)
         return;
-    if (PhysicsSystem* system = FindSystem())
-        EraseFirst(system->m_Planes, this);
+    if (PhysicsSystem* system = PhysicsSystem::Of(*this))
+        PhysicsSystem::Leave(system->m_Planes, this);
     m_InPlanes = false;
 }
 

@@ -20,7 +20,6 @@
 #include "engine/Math/Point3D.h"
 
 class Transform;
-class PhysicsSystem;
 
 class Collider : public Component
 {
@@ -68,8 +67,6 @@ public:
 protected:
     // A copy for Clone: the values, without owner or membership.
     Collider(const Collider& other) : Component(), transform(other.transform), min(other.min), max(other.max), type(other.type) {}
-    // The PhysicsSystem of the owner's space, or null.
-    PhysicsSystem* FindSystem() const;
 
 private:
     // True while the collider is in its system's tree and list.

@@ -26,6 +26,12 @@ Meta::Data* PhysicsSystem::GetMeta() const
     return Meta::Get<PhysicsSystem>();
 }
 
+PhysicsSystem* PhysicsSystem::Of(const Component& component)
+{
+    Engine::Space* space = component.GetSpace();
+    return space ? space->GetSystem<PhysicsSystem>() : nullptr;
+}
+
 namespace
 {
 // Events of one kind waiting for delivery, each with the object it goes to.

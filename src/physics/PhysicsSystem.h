@@ -6,6 +6,7 @@
 // flags, resolves the real contacts and last delivers the collision events.
 #pragma once
 
+#include <algorithm>
 #include <vector>
 
 #include "engine/System.h"
@@ -13,11 +14,23 @@
 
 class Collider;
 class ColliderPlane;
+class Component;
 class PhysicsBody;
 
 class PhysicsSystem : public System
 {
 public:
+    // The PhysicsSystem of the component's space, or null.
+    static PhysicsSystem* Of(const Component& component);
+    // Removes the first entry equal to `member` from one of the lists, keeping the order of the rest.
+    template <class T, class M>
+    static void Leave(std::vector<T*>& list, const M* member)
+    {
+        auto found = std::find(list.begin(), list.end(), member);
+        if (found != list.end())
+            list.erase(found);
+    }
+
     // One frame of physics over `dt` seconds.
     void Update(float dt) override;
     Meta::Data* GetMeta() const override;
