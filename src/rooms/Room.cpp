@@ -57,6 +57,8 @@ META_REGISTER(Room)
     METHOD(FloorTypeFromPos);
     METHOD(SetFloorFromRect);
     METHOD(ShootRay);
+    METHOD(LoadTestRoom);
+    METHOD(SaveTestRoom);
     METHOD(GetName);
     MEMBER(m_BossRoom, "A boss room");
     METHOD(GetGameObject);
@@ -223,6 +225,29 @@ bool Room::Save(const std::string& path) const
     // Closing notes the write as the engine's own, so no reload follows.
     writer.Close();
     return true;
+}
+
+bool Room::SaveTestRoom() const
+{
+    return Save(TestRoomPath());
+}
+
+bool Room::LoadTestRoom()
+{
+    const std::string name = m_Name;
+    const std::string path = m_FilePath;
+    Room scratch;
+    if (!scratch.Load(TestRoomPath()))
+        return false;
+    *this = scratch;
+    m_Name = name;
+    m_FilePath = path;
+    return true;
+}
+
+std::string Room::TestRoomPath()
+{
+    return Util::GetDataDirectory() + "TestRoom.txt";
 }
 
 std::string Room::ToText() const

@@ -60,6 +60,14 @@ public:
     void SetFloorFromRect(int column0, int row0, int column1, int row1, int value);
     // Walks the built grid from (x0, z0) to (x1, z1), positions in tiles from the centre.
     RoomRay ShootRay(float x0, float z0, float x1, float z1) const;
+    // Writes the room as it stands to the scratch file (TestRoomPath), for playing it from the
+    // editor; false if the file does not open.
+    bool SaveTestRoom() const;
+    // Reads the room back from the scratch file, keeping its name and file path; false if there is none.
+    bool LoadTestRoom();
+    // The scratch file of LoadTestRoom and SaveTestRoom: "TestRoom.txt" in the data directory,
+    // outside the folder of rooms.
+    static std::string TestRoomPath();
     // The room's name: its file name without folder and extension.
     std::string GetName() const { return m_Name; }
     // The placed object at `index` in file order, or null.

@@ -6,6 +6,7 @@
 
 #include "Components/Transform/Transform.h"
 #include "engine/ArchetypeManager.h"
+#include "engine/Files.h"
 #include "engine/GameObject.h"
 #include "support/ReportCapture.h"
 #include "support/TempFolder.h"
@@ -186,4 +187,27 @@ TEST_F(RoomFileTest, BrokenRoomFilesNeverCrash)
         room.FromText(junk);
         (void)room.ToText();
     }
+}
+
+TEST_F(RoomFileTest, TestRoomIsSavedToAScratchFileAndLoadedBack)
+{
+    TempFolder temp;
+    const std::string old = Util::GetDataDirectory();
+    Util::SetDataDirectory(temp.Path());
+    Room room = Sample();
+    room.m_Name = "Cavern";
+    room.m_FilePath = "Rooms/Cavern.txt";
+    EXPECT_FALSE(room.LoadTestRoom());
+    ASSERT_TRUE(room.SaveTestRoom());
+    EXPECT_EQ(Room::TestRoomPath(), temp.Path() + "TestRoom.txt");
+    room.RoomFloor.RoomVec.clear();
+    room.Objects.Clear();
+    room.m_PitDepth = 1.0f;
+    ASSERT_TRUE(room.LoadTestRoom());
+    Util::SetDataDirectory(old);
+    EXPECT_EQ(room.RoomFloor.RoomVec, Sample().RoomFloor.RoomVec);
+    EXPECT_EQ(room.Objects.GetObjectList().size(), 2u);
+    EXPECT_EQ(room.m_PitDepth, 14.5f);
+    EXPECT_EQ(room.GetName(), "Cavern");
+    EXPECT_EQ(room.m_FilePath, "Rooms/Cavern.txt");
 }
