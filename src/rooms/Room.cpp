@@ -194,6 +194,16 @@ int Room::GetGameObjectIndex(GameObject* object) const
     return found == objects.end() || !object ? -1 : static_cast<int>(found - objects.begin());
 }
 
+float Room::WallTop() const
+{
+    return m_PitDepth < 15.0f ? 22.5f : m_PitDepth + 7.5f;
+}
+
+float Room::WallExtra() const
+{
+    return std::max(0.0f, (WallTop() - 15.0f) * 0.5f);
+}
+
 void Room::PrepareGrid()
 {
     m_GridCopy = RoomFloor.RoomVec;

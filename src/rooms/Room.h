@@ -75,6 +75,11 @@ public:
     // The index of the placed object `object` in file order, or -1.
     int GetGameObjectIndex(GameObject* object) const;
 
+    // Height of the wall boxes: 22.5 while the pits are shallower than 15, else the pit depth + 7.5.
+    float WallTop() const;
+    // How far the wall boxes sit off the middle: (WallTop() - 15) / 2, never below 0.
+    float WallExtra() const;
+
     // Build steps on the grid alone: copies RoomFloor's grid into m_GridCopy and computes
     // RoomFloor's Left, Right, Top and Bottom.
     void PrepareGrid();

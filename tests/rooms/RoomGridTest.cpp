@@ -175,3 +175,16 @@ TEST(RoomGridTest, SecondPitKindIsNotAPitForRays)
     EXPECT_FALSE(ray.FoundWall);
     EXPECT_FALSE(ray.FoundPitFirst);
 }
+
+TEST(RoomGridTest, WallHeightFollowsThePitDepthFromFifteenOn)
+{
+    Room room;
+    room.m_PitDepth = 14.9f;
+    EXPECT_FLOAT_EQ(room.WallTop(), 22.5f);
+    EXPECT_FLOAT_EQ(room.WallExtra(), 3.75f);
+    room.m_PitDepth = 15.0f;
+    EXPECT_FLOAT_EQ(room.WallTop(), 22.5f);
+    room.m_PitDepth = 20.0f;
+    EXPECT_FLOAT_EQ(room.WallTop(), 27.5f);
+    EXPECT_FLOAT_EQ(room.WallExtra(), 6.25f);
+}
