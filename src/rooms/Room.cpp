@@ -68,9 +68,19 @@ META_REGISTER(Room)
 namespace
 {
 // Tile index of a position along one axis of `size` tiles, rounded as the grid queries round.
+// A position too far off for an int (or not a number) gives the nearest end of the int range:
+// a tile outside the grid all the same.
 int TileIndex(float size, float position)
 {
-    return static_cast<int>(std::roundf(size * 0.5f + position + 0.5f));
+    const float index = std::roundf(size * 0.5f + position + 0.5f);
+    constexpr float kLowest = static_cast<float>(std::numeric_limits<int>::min());
+    // The first float past the largest int.
+    constexpr float kPastHighest = -kLowest;
+    if (!(index >= kLowest))
+        return std::numeric_limits<int>::min();
+    if (index >= kPastHighest)
+        return std::numeric_limits<int>::max();
+    return static_cast<int>(index);
 }
 
 // The dialog site of an unknown archetype in a room file.
@@ -133,8 +143,9 @@ RoomRay Room::ShootRay(float x0, float z0, float x1, float z1) const
     if (c0 == c1 && r0 == r1)
         return ray;
 
-    auto visit = [&](int c, int r) {
-        const int value = FloorType(c, r);
+    // Visited tiles lie inside the grid or one step past it, so they fit in an int.
+    auto visit = [&](long long c, long long r) {
+        const int value = FloorType(static_cast<int>(c), static_cast<int>(r));
         if (c < 1 || r < 1 || value == 0)
         {
             if (!ray.FoundWall)
@@ -157,14 +168,16 @@ RoomRay Room::ShootRay(float x0, float z0, float x1, float z1) const
     const long long minor = alongColumns ? std::llabs(dr) : std::llabs(dc);
     const int stepC = dc > 0 ? 1 : (dc < 0 ? -1 : 0);
     const int stepR = dr > 0 ? 1 : (dr < 0 ? -1 : 0);
-    int c = c0;
-    int r = r0;
+    long long c = c0;
+    long long r = r0;
     long long error = 0;
-    for (long long step = 0; step <= major; ++step)
+    // Once a wall is found no later tile changes the result (a pit counts only before the first
+    // wall), so the walk ends there: it stays inside the grid, however far off the end point lies.
+    for (long long step = 0; step <= major && !ray.FoundWall; ++step)
     {
         visit(c, r);
         error += 2 * minor;
-        while (error > major)
+        while (error > major && !ray.FoundWall)
         {
             if (alongColumns)
                 r += stepR;

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 
 namespace
@@ -187,4 +188,22 @@ TEST(RoomGridTest, WallHeightFollowsThePitDepthFromFifteenOn)
     room.m_PitDepth = 20.0f;
     EXPECT_FLOAT_EQ(room.WallTop(), 27.5f);
     EXPECT_FLOAT_EQ(room.WallExtra(), 6.25f);
+}
+
+TEST(RoomGridTest, FarAndUndefinedPositionsReadAsWallWithoutAWalkAcrossThem)
+{
+    Room room = Built(Sample());
+    constexpr float kFar = 1e30f;
+    const float nan = std::nanf("");
+    EXPECT_EQ(room.FloorTypeFromPos(kFar, 0.0f), 0);
+    EXPECT_EQ(room.FloorTypeFromPos(-kFar, nan), 0);
+    // From the floor at column 1, row 1 out along the row: the ring's wall at column 4 is the first.
+    RoomRay ray = room.ShootRay(-2.0f, -2.0f, kFar, -2.0f);
+    EXPECT_EQ(ray.Start, Floor);
+    EXPECT_EQ(ray.End, Wall);
+    EXPECT_TRUE(ray.FoundWall);
+    EXPECT_FLOAT_EQ(ray.FirstWallPosition.x, 1.0f);
+    ray = room.ShootRay(nan, nan, -kFar, kFar);
+    EXPECT_EQ(ray.Start, Wall);
+    EXPECT_TRUE(ray.FoundWall);
 }
