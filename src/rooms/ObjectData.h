@@ -24,6 +24,7 @@ class GameObject;
 class ObjectData
 {
 public:
+    // No objects.
     ObjectData() = default;
     // Deletes the objects.
     ~ObjectData();

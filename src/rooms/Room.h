@@ -46,7 +46,9 @@ class Data;
 class Room
 {
 public:
+    // An empty room: no rows, no objects, tiles of size 1.
     Room() = default;
+    // Deletes the placed objects.
     virtual ~Room() = default;
     // The registry's record of the room's type.
     virtual const Meta::Data* GetMeta() const;
