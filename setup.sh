@@ -8,7 +8,7 @@
 #   ./setup.sh tsan     build the threaded code (the lanes module and its tests, and
 #                       lanes writing script variables into the engine's Lua state)
 #                       with ThreadSanitizer into build-tsan/ and run those tests
-#   ./setup.sh fuzz [seconds] [text | cursor | archetype | shader | kbm | kba]
+#   ./setup.sh fuzz [seconds] [text | cursor | archetype | room | shader | kbm | kba]
 #                       build the libFuzzer targets with clang into build-fuzz/
 #                       and fuzz one reader (default 600 seconds): the text
 #                       reader (the default), the cursor reader, the archetype
@@ -72,11 +72,12 @@ case "${1:-}" in
       text) name=ReadObject ;;
       cursor) name=ReadCursor ;;
       archetype) name=ReadArchetype ;;
+      room) name=ReadRoom ;;
       shader) name=ShaderDescription ;;
       kbm) name=ReadKbm malloc_limit=64 ;;
       kba) name=ReadKba malloc_limit=64 ;;
       *)
-        echo "usage: ./setup.sh fuzz [seconds] [text | cursor | archetype | shader | kbm | kba]" >&2
+        echo "usage: ./setup.sh fuzz [seconds] [text | cursor | archetype | room | shader | kbm | kba]" >&2
         exit 2
         ;;
     esac
@@ -90,7 +91,7 @@ case "${1:-}" in
       -artifact_prefix="build-fuzz/artifacts/$name/"
     ;;
   *)
-    echo "usage: ./setup.sh [test | tsan | fuzz [seconds] [text | cursor | archetype | shader | kbm | kba]]" >&2
+    echo "usage: ./setup.sh [test | tsan | fuzz [seconds] [text | cursor | archetype | room | shader | kbm | kba]]" >&2
     exit 2
     ;;
 esac
