@@ -34,10 +34,16 @@
 #include "rooms/RoomData.h"
 #include "rooms/RoomRay.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
+using GameObjectId = std::uint32_t;
 class GameObject;
+namespace Engine
+{
+class Space;
+}
 namespace Meta
 {
 class Data;
@@ -85,6 +91,14 @@ public:
     // Build steps on the grid alone: copies RoomFloor's grid into m_GridCopy and computes
     // RoomFloor's Left, Right, Top and Bottom.
     void PrepareGrid();
+
+    // Builds the room into `space`: the biome, the grid copy and its bounds, the environment, then
+    // a clone of each placed object. Returns the ids of every object made, for the next build to
+    // destroy.
+    std::vector<GameObjectId> Create(Engine::Space& space);
+    // Builds the floor, wall and pit boxes and the collision plane from m_GridCopy into `space`;
+    // in editor mode with the editor's archetypes. Returns the ids of the objects made.
+    std::vector<GameObjectId> CreateEnviroment(Engine::Space& space, bool editor);
 
     // Reads the room file at `path`; false if it does not open. Sets the name and the file path.
     // Under the tolerant-read flag the file is written back at once, without what no longer exists.
