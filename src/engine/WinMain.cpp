@@ -21,6 +21,7 @@
 #include "input/Automation.h"
 #include "input/InputRecorder.h"
 #include "physics/PhysicsSystem.h"
+#include "rooms/RoomManager.h"
 #include "platform/CrashHandler.h"
 #include "sound/SoundSpace.h"
 #include "sound/SoundSystem.h"
@@ -169,7 +170,8 @@ int WinMain(const char* commandLine)
     manager.Initialize();
     // 15. Archetype files: every file under "Archetypes/" is loaded and watched.
     Engine::ArchetypeManager::Get().LoadAll();
-    // 16. Rooms: not built yet.
+    // 16. Rooms: "Biomes.txt" and every file under "Rooms/" are loaded and watched.
+    RoomManager::Get().Load();
     // 17. "LuaScripts/GameInitialize.lua" runs, then its InitializeGame.
     LuaSystem::Get().GameInitialize();
     // 18. The type "void"; generated documentation is not built yet.
@@ -187,6 +189,7 @@ int WinMain(const char* commandLine)
     // The closing script runs and the Lua state closes, with everything scripts held.
     LuaSystem::Get().Shutdown();
     window.DestroyNativeWindow();
+    RoomManager::Get().Clear();
     Engine::ArchetypeManager::Get().Clear();
     Engine::Log::Get().Close();
     if (profiler.HasData())
