@@ -79,6 +79,8 @@ RoomManager& RoomManager::Get()
 
 RoomManager::~RoomManager()
 {
+    if (m_Watching)
+        FileWatcher::Get().Remove(this);
     for (Room* room : m_Rooms)
         delete room;
 }
@@ -86,6 +88,7 @@ RoomManager::~RoomManager()
 void RoomManager::Load()
 {
     const std::string data = Util::GetDataDirectory();
+    m_Watching = true;
     FileWatcher::Get().Add(data + kBiomesFile, true, this, [this](const std::string& path) { LoadBiomes(path); });
     if (!m_Biomes.empty())
         m_CurrentBiome = m_Biomes.begin()->first;
@@ -108,7 +111,9 @@ void RoomManager::Load()
 
 void RoomManager::Clear()
 {
-    FileWatcher::Get().Remove(this);
+    if (m_Watching)
+        FileWatcher::Get().Remove(this);
+    m_Watching = false;
     for (Room* room : m_Rooms)
         delete room;
     m_Rooms.clear();
@@ -286,7 +291,7 @@ void RoomManager::SetBiome(const std::string& name)
     m_MainBiomeForced = true;
 }
 
-Room* RoomManager::PickByDifficulty(bool boss) const
+std::vector<Room*> RoomManager::GetCandidates(bool boss) const
 {
     float best = std::numeric_limits<float>::max();
     std::vector<Room*> candidates;
@@ -306,6 +311,12 @@ Room* RoomManager::PickByDifficulty(bool boss) const
         }
         candidates.push_back(room);
     }
+    return candidates;
+}
+
+Room* RoomManager::PickCandidate(bool boss) const
+{
+    const std::vector<Room*> candidates = GetCandidates(boss);
     // No candidate: every room is recent or none is of the kind. The scripts must keep more rooms
     // than the recent list holds; rather than index outside, the current room stays.
     if (candidates.empty())
@@ -317,11 +328,11 @@ void RoomManager::PickRoom()
 {
     if (m_CurrentRoomCount == m_RoomsUntilBoss)
     {
-        if (Room* boss = PickByDifficulty(true))
+        if (Room* boss = PickCandidate(true))
             m_CurrentRoom = boss;
         return;
     }
-    Room* picked = PickByDifficulty(false);
+    Room* picked = PickCandidate(false);
     if (!picked)
         return;
     m_CurrentRoom = picked;

@@ -129,6 +129,10 @@ public:
 
     // Tint of the current biome; opaque black when it is not in the list.
     Math::Color GetBiomeColor() const;
+    // The rooms PickRoom draws from, in room order: those nearest m_Difficulty (a room closer by
+    // less than 1.5 than the best so far joins without displacing it). Boss rooms only, or no boss
+    // rooms and none of the recent ones.
+    std::vector<Room*> GetCandidates(bool boss) const;
     // The room called `name`, or null.
     Room* FindRoom(const std::string& name) const;
     // The space rooms are built in: the game space (tests may set another).
@@ -166,8 +170,8 @@ public:
 private:
     // Destroys the objects of the last build that still exist.
     void DestroyBuiltObjects(std::vector<GameObjectId>& objects);
-    // Chooses among `m_Rooms` the rooms nearest in difficulty, as PickRoom's steps say.
-    Room* PickByDifficulty(bool boss) const;
+    // A uniform pick among GetCandidates(boss); null when there is none.
+    Room* PickCandidate(bool boss) const;
 
     // Objects made by the last CreateCurrentRoom.
     std::vector<GameObjectId> m_BuiltObjects;
@@ -176,6 +180,8 @@ private:
     // The editor's focused object and selection.
     GameObjectId m_FocusedObject = 0;
     std::vector<GameObjectId> m_SelectedObjects;
+    // Load added watches that Clear or the destructor must end.
+    bool m_Watching = false;
     // Space the rooms are built in; null for the game space.
     Engine::Space* m_Space = nullptr;
 };
