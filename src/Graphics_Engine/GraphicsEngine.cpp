@@ -51,6 +51,8 @@ META_REGISTER_NS(Graphics, GraphicsEngine)
     HELP("The window point a world point is drawn at.");
     METHOD(Point3DTo2D);
     METHOD(Get);
+    HELP("Saves the picture drawn the given number of frames from now (0: the next) as a PNG at the path.");
+    METHOD(ScreenshotAfter);
 }
 
 namespace Graphics

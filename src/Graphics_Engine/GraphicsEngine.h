@@ -140,6 +140,8 @@ public:
     unsigned FramesDrawn() const { return m_FramesDrawn; }
     // Asks to save the picture shown at frame `frame` (counted from 0) as a PNG at `path`.
     void RequestScreenshot(unsigned frame, const std::string& path);
+    // Asks to save the picture drawn `frames` frames from now (0: the next one) as a PNG at `path`.
+    void ScreenshotAfter(unsigned frames, const std::string& path) { RequestScreenshot(m_FramesDrawn + frames, path); }
 
     // The device, the context (immediate context and swap chain in one), the window.
     std::unique_ptr<GraphicsDevice> m_Device;
