@@ -4,9 +4,9 @@
 // difficulty up to a boss room; the biome list has a biome for each main
 // biome.
 //
-// Placed objects are read against stand-in archetypes of the same names (one
-// for each file under Data/Archetypes) that hold only a Transform, so the
-// rooms read without the components of the real archetypes.
+// Placed objects are read against the shipped archetypes, loaded with the
+// shipped script components from a copy of those two folders of Data/ (the
+// whole of Data/ would also start the game's states).
 
 #include "rooms/Room.h"
 #include "rooms/RoomManager.h"
@@ -15,6 +15,9 @@
 #include "engine/ArchetypeManager.h"
 #include "engine/GameObject.h"
 #include "support/ReportCapture.h"
+#include "support/TempFolder.h"
+#include "utilities/lua/LuaSystem.h"
+#include "utilities/lua/LuaTestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -35,16 +38,6 @@ namespace
 constexpr float kTileSize = 5.0f;
 constexpr float kFloorTop = -7.5f;
 
-// The names of every archetype file under Data/Archetypes.
-std::set<std::string> ShippedArchetypeNames()
-{
-    std::set<std::string> names;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(VORN_DATA_DIR "/Archetypes"))
-        if (entry.is_regular_file() && entry.path().extension() == ".txt")
-            names.insert(entry.path().stem().string());
-    return names;
-}
-
 // The room files of Data/Rooms, in name order.
 std::vector<std::filesystem::path> RoomFiles()
 {
@@ -61,14 +54,21 @@ class RoomFilesInDataTest : public testing::Test
 protected:
     void SetUp() override
     {
-        Engine::ArchetypeManager::Get().Clear();
-        for (const std::string& name : ShippedArchetypeNames())
+        namespace fs = std::filesystem;
+        fs::copy(VORN_DATA_DIR "/Archetypes", m_Temp.Path() + "Archetypes", fs::copy_options::recursive);
+        fs::create_directories(m_Temp.Path() + "LuaScripts");
+        fs::copy(VORN_DATA_DIR "/LuaScripts/Components", m_Temp.Path() + "LuaScripts/Components",
+                 fs::copy_options::recursive);
+        Engine::ArchetypeManager& archetypes = Engine::ArchetypeManager::Get();
+        archetypes.Clear();
+        GameObject::RegisterComponentProperties();
         {
-            auto* prototype = new GameObject();
-            prototype->m_Name = name;
-            prototype->AddComponentUninitialized("Transform");
-            Engine::ArchetypeManager::Get().Add(prototype);
+            StdoutCapture dropped;
+            m_Lua.Initialize();
         }
+        ReportCapture loading;
+        archetypes.LoadAll();
+        ASSERT_EQ(loading.Text(), "");
         for (const auto& path : RoomFiles())
         {
             auto room = std::make_unique<Room>();
@@ -99,6 +99,9 @@ protected:
         return count;
     }
 
+    TempFolder m_Temp;
+    ScopedDataDirectory m_Data{m_Temp.Path()};
+    LuaSystem m_Lua;
     std::vector<std::unique_ptr<Room>> m_Rooms;
     std::map<std::string, std::string> m_Reports;
 };
@@ -109,6 +112,10 @@ TEST_F(RoomFilesInDataTest, EveryRoomFileLoadsWithoutAReport)
     ASSERT_GE(m_Rooms.size(), 9u);
     for (const auto& [name, reports] : m_Reports)
         EXPECT_EQ(reports, "") << name;
+    // Every placed object was made from a shipped archetype.
+    for (const auto& room : m_Rooms)
+        for (const GameObject* object : room->Objects.GetObjectList())
+            EXPECT_NE(ArchetypeOf(object), "") << room->GetName();
     for (const auto& room : m_Rooms)
     {
         EXPECT_EQ(room->m_GridSize.x, kTileSize) << room->GetName();
