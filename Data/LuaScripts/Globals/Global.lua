@@ -24,8 +24,14 @@ function SetProperty(object, name, value)
     object[name] = value
 end
 
--- The first room, which the title and the run build until rooms come from files.
+-- The first room, which the title shows behind its menus.
 local firstRoom = loadfile(DataDirectory() .. "LuaScripts/Rooms/FirstRoom.lua")
 if firstRoom then
     firstRoom()
+end
+
+-- The helpers of a run through the rooms of Data/Rooms.
+local roomRun = loadfile(DataDirectory() .. "LuaScripts/Rooms/RoomRun.lua")
+if roomRun then
+    roomRun()
 end
