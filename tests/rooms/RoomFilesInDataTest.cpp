@@ -170,9 +170,10 @@ TEST_F(RoomFilesInDataTest, EveryPlacedObjectStandsOverAFloorTileAboveTheFloor)
         for (const GameObject* object : room->Objects.GetObjectList())
         {
             const Math::Point3D position = object->GetComponent<Transform>()->m_Position;
-            // The tile whose centre is ((column - width / 2 + 0.5) * size, (row - height / 2 + 0.5) * size).
-            const float column = position.x / room->m_GridSize.x + width * 0.5f - 0.5f;
-            const float row = position.z / room->m_GridSize.y + height * 0.5f - 0.5f;
+            // The tile whose floor box the room build centres at ((column - width / 2) * size,
+            // (row - height / 2) * size): the boxes are laid over the grid with its ring of wall.
+            const float column = position.x / room->m_GridSize.x + width * 0.5f;
+            const float row = position.z / room->m_GridSize.y + height * 0.5f;
             SCOPED_TRACE(room->GetName() + ": " + ArchetypeOf(object) + " at " + std::to_string(position.x) + ", " +
                          std::to_string(position.z));
             EXPECT_FLOAT_EQ(column, std::round(column));

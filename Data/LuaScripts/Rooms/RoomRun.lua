@@ -39,16 +39,16 @@ function PlacedPosition(room, name)
 end
 
 -- The world rectangle the room's floor and pits cover, as (left, back, right, front) in x and z,
--- from the grid's bounds, which are known once the room is built. A tile (column c, row r) of a
--- w by h grid is centred at ((c - w / 2 + 0.5) * size, (r - h / 2 + 0.5) * size).
+-- from the grid's bounds, which are known once the room is built. The room build centres the box of
+-- a tile (column c, row r) of a w by h grid at ((c - w / 2) * size, (r - h / 2) * size), and the
+-- bounds are c - w / 2 - 0.5 in tiles: the left edge of the leftmost open tile.
 function RoomArea(room)
     local floor = room.RoomFloor
     local size = room.GridSize
     if floor.Left > floor.Right then
         return -size.x, -size.y, size.x, size.y
     end
-    return (floor.Left + 0.5) * size.x, (floor.Bottom + 0.5) * size.y,
-        (floor.Right + 1.5) * size.x, (floor.Top + 1.5) * size.y
+    return floor.Left * size.x, floor.Bottom * size.y, (floor.Right + 1) * size.x, (floor.Top + 1) * size.y
 end
 
 -- Makes the level's camera in `space` and returns it; nil when the archetype is missing.
@@ -61,15 +61,10 @@ function CreateRoomCamera(space)
     return space:CreateObject(id)
 end
 
--- Readies `space` for the built `room`: the quad tree over its area, the ambient light, and
--- `camera` looking at the player's start from its distance, kept inside the room.
+-- Readies `space` for the built `room`: the ambient light, and `camera` looking at the player's
+-- start from its distance, kept inside the room.
 function ShowRoom(space, room, camera)
     local left, back, right, front = RoomArea(room)
-    local size = room.GridSize
-    local across = math.max(1, math.floor((right - left) / size.x + 0.5))
-    local down = math.max(1, math.floor((front - back) / size.y + 0.5))
-    space.Graphics:GetQuadTree():BuildGrid(Point3D(left, RoomFloorY, back), Vector3D(size.x, 15, size.y),
-        across, down)
     space.Graphics.GlobalAmbient = Color(0.3, 0.3, 0.3, 1)
     if camera == nil then
         return
