@@ -21,6 +21,8 @@
 
 #include <atomic>
 #include <map>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace
@@ -31,6 +33,22 @@ constexpr int kEdgeStretch = 30;
 constexpr float kGroundHeight = -7.5f;
 // Height of the wall boxes' centres.
 constexpr float kWallHeight = 5.0f;
+// The most tiles (width of the longest row times the rows) a room may have to be built: a room of
+// a few long rows among many short ones would otherwise ask for more memory than there is.
+constexpr std::size_t kMostTiles = 4'000'000;
+
+// How a box is laid over its rectangle.
+struct BoxPlacement
+{
+    // Stretched 30 tiles outward on each side at the grid's edge (walls).
+    bool stretch = false;
+    // Height of the box; none keeps the archetype's.
+    std::optional<float> height;
+    // Height of the box's centre; none puts its top on the ground plane.
+    std::optional<float> y;
+    // Tinted with the biome's colour.
+    bool tint = false;
+};
 
 // The archetype called `name`, or 0 after the fatal dialog "We need an archetype called ..." of
 // `function`. Each archetype name has its own dialog site per function, which fires once.
@@ -115,6 +133,16 @@ std::vector<GameObjectId> Room::CreateEnviroment(Engine::Space& space, bool edit
     constexpr const char* kFunction = "Room::CreateEnviroment";
     std::vector<GameObjectId> made;
 
+    const std::size_t tiles = RoomData::Width(m_GridCopy) * RoomData::Height(m_GridCopy);
+    if (tiles > kMostTiles)
+    {
+        VORN_REPORT_ERROR_IN(false, kFunction,
+                             "The room \"" + m_Name + "\" has " + std::to_string(tiles) +
+                                 " tiles, more than the " + std::to_string(kMostTiles) +
+                                 " a room may have: it is not built.");
+        return made;
+    }
+
     // The biome's tint and the heights.
     const Math::Color colour = RoomManager::Get().GetBiomeColor();
     const float wallTop = WallTop();
@@ -159,12 +187,12 @@ std::vector<GameObjectId> Room::CreateEnviroment(Engine::Space& space, bool edit
     const std::vector<GridRectangle> floors = FindRectangles(grid, [](int value) { return value == 1; });
     const std::vector<GridRectangle> pits = FindRectangles(grid, [](int value) { return value == 2 || value == 3; });
 
-    // One box: the rectangle's size and place; `height` < 0 keeps the archetype's own height.
-    auto place = [&](ArchetypeId id, GridRectangle r, bool stretch, float height, float y, bool tint) {
+    // One box of archetype `id` over the rectangle `r`, as `how` says.
+    auto place = [&](ArchetypeId id, GridRectangle r, const BoxPlacement& how) {
         GameObject* box = MakeObject(space, id);
         if (!box)
             return;
-        if (stretch)
+        if (how.stretch)
         {
             if (r.x0 == 0)
                 r.x0 = -kEdgeStretch;
@@ -177,33 +205,33 @@ std::vector<GameObjectId> Room::CreateEnviroment(Engine::Space& space, bool edit
         }
         if (auto* transform = box->GetComponent<Transform>())
         {
-            const float boxHeight = height < 0.0f ? transform->m_Scale.y : height;
-            transform->m_Scale = Math::Vector3D(static_cast<float>(r.x1 - r.x0) * tx, boxHeight,
+            const float height = how.height.value_or(transform->m_Scale.y);
+            transform->m_Scale = Math::Vector3D(static_cast<float>(r.x1 - r.x0) * tx, height,
                                                 static_cast<float>(r.y1 - r.y0) * tz);
-            const float boxY = y < -1e30f ? kGroundHeight - boxHeight * 0.5f : y;
-            transform->m_Position =
-                Math::Point3D(static_cast<float>(r.x0 + r.x1 - 1) * 0.5f * tx + ox, boxY,
-                              static_cast<float>(r.y0 + r.y1 - 1) * 0.5f * tz + oz);
+            transform->m_Position = Math::Point3D(static_cast<float>(r.x0 + r.x1 - 1) * 0.5f * tx + ox,
+                                                  how.y.value_or(kGroundHeight - height * 0.5f),
+                                                  static_cast<float>(r.y0 + r.y1 - 1) * 0.5f * tz + oz);
         }
-        if (tint)
+        if (how.tint)
             SetColour(box, colour);
         // The per-side flags of the wall mesh (only the sides next to open tiles draw) come with
         // the generated meshes.
         Finish(box, made);
     };
-    // Below the ground plane, flush with it.
-    constexpr float kUnderGround = -3.4e38f;
+    // The visible boxes in the order floor, pit, wall; the collision boxes keep their archetype's
+    // height, the floor's with its top on the ground plane.
+    const bool tint = !editor;
     for (const GridRectangle& r : floors)
     {
-        place(floorId, r, false, wallTop, -extra, !editor);
-        place(floorCollisionId, r, false, -1.0f, kUnderGround, false);
+        place(floorId, r, {false, wallTop, -extra, tint});
+        place(floorCollisionId, r, {false, std::nullopt, std::nullopt, false});
     }
     for (const GridRectangle& r : pits)
-        place(pitId, r, false, wallTop, extra, !editor);
+        place(pitId, r, {false, wallTop, extra, tint});
     for (const GridRectangle& r : walls)
     {
-        place(wallId, r, true, -1.0f, kWallHeight, !editor);
-        place(wallCollisionId, r, true, -1.0f, kWallHeight, false);
+        place(wallId, r, {true, std::nullopt, kWallHeight, tint});
+        place(wallCollisionId, r, {true, std::nullopt, kWallHeight, false});
     }
 
     // The floor as the physics sees it.

@@ -314,3 +314,15 @@ TEST_F(RoomBuildTest, EditorBoxesInTheGridAreReportedWithoutTheirArchetype)
     EXPECT_FLOAT_EQ(box->GetComponent<Transform>()->m_Position.z, -5.0f);
     EXPECT_EQ(box->GetComponent<Graphics::Mesh>()->Material.Diffuse, Math::Color(1, 0, 0, 1));
 }
+
+TEST_F(RoomBuildTest, ARoomTooLargeToBuildIsReportedAndBuildsNothing)
+{
+    MakeBuildArchetypes();
+    // One row of 3000 tiles over 3000 rows of one: 9 million tiles once the rows are squared off.
+    m_Room.RoomFloor.RoomVec.assign(3000, std::vector<int>{1});
+    m_Room.RoomFloor.RoomVec[0].assign(3000, 1);
+    m_Room.m_Name = "Huge";
+    ReportCapture reports;
+    EXPECT_TRUE(m_Room.Create(m_Space).empty());
+    EXPECT_TRUE(reports.Holds("The room \"Huge\" has 9000000 tiles, more than the 4000000 a room may have: it is not built."));
+}
