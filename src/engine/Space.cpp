@@ -74,11 +74,17 @@ GameObject* Space::CreateObjectUninitialized(ArchetypeId id)
         FATAL_ERROR("No archetype has the id " + std::to_string(id) + ": no object is made.");
         return nullptr;
     }
-    GameObject* object = archetype->Clone();
-    object->m_Space = this;
-    object->m_Id = GameObject::NextId();
-    m_Objects.emplace(object->m_Id, object);
-    return object;
+    return AddObject(archetype->Clone());
+}
+
+GameObject* Space::AddObject(GameObject* clone)
+{
+    if (!clone)
+        return nullptr;
+    clone->m_Space = this;
+    clone->m_Id = GameObject::NextId();
+    m_Objects.emplace(clone->m_Id, clone);
+    return clone;
 }
 
 GameObject* Space::CreateObject(ArchetypeId id)

@@ -55,6 +55,9 @@ public:
     GameObject* CreateObject(ArchetypeId id);
     // As CreateObject, but the caller must call GameObject::Initialize.
     GameObject* CreateObjectUninitialized(ArchetypeId id);
+    // Takes ownership of an object made outside any space (a clone of a room's placed object, say)
+    // and gives it a fresh id; the caller must call GameObject::Initialize. Null gives null.
+    GameObject* AddObject(GameObject* clone);
     // The object with this id, or null; marked objects stay findable until collected.
     GameObject* GetGameObject(GameObjectId id) const;
     // Marks every object for destruction.

@@ -29,6 +29,7 @@
 // Indices outside the grid, negative ones too, read as wall.
 #pragma once
 
+#include "engine/Math/Color.h"
 #include "engine/Math/Vector2D.h"
 #include "rooms/ObjectData.h"
 #include "rooms/RoomData.h"
@@ -96,9 +97,14 @@ public:
     // a clone of each placed object. Returns the ids of every object made, for the next build to
     // destroy.
     std::vector<GameObjectId> Create(Engine::Space& space);
-    // Builds the floor, wall and pit boxes and the collision plane from m_GridCopy into `space`;
-    // in editor mode with the editor's archetypes. Returns the ids of the objects made.
+    // Builds the environment of m_GridCopy into `space`: the rock mesh generator (and the space's
+    // quad tree over the room), the floor, pit and wall boxes with their collision boxes, and the
+    // collision plane; in editor mode only the editor's boxes, untinted. A missing archetype is
+    // reported once and its kind left out. Returns the ids of the objects made.
     std::vector<GameObjectId> CreateEnviroment(Engine::Space& space, bool editor);
+    // The editor's box of the tile at (column, row) of RoomFloor, tinted `colour`; its id, or 0
+    // (reported) without the archetype "EditorFloor".
+    GameObjectId CreateBoxInGrid(Engine::Space& space, int column, int row, const Math::Color& colour);
 
     // Reads the room file at `path`; false if it does not open. Sets the name and the file path.
     // Under the tolerant-read flag the file is written back at once, without what no longer exists.
