@@ -21,6 +21,7 @@
 #include "input/Automation.h"
 #include "input/InputRecorder.h"
 #include "physics/PhysicsSystem.h"
+#include "engine/Random.h"
 #include "rooms/RoomManager.h"
 #include "platform/CrashHandler.h"
 #include "sound/SoundSpace.h"
@@ -61,6 +62,12 @@ void AddStartupOptions(std::string& documentationFolder)
     Options::RegisterOption("gendoc", [&documentationFolder](const char* value) {
         documentationFolder = value ? value : "";
         NotBuiltYet("gendoc");
+    });
+    Options::RegisterOption("seed", [](const char* value) {
+        if (value && *value)
+            Util::Random::Seed(static_cast<std::uint32_t>(std::strtoul(value, nullptr, 10)));
+        else
+            LOG("WARNING", "Option --seed needs a number, such as --seed=5489.");
     });
     Options::RegisterOption("profile", [](const char*) { Profiler::Get().SetEnabled(true); });
     // For tests of the crash report only.
@@ -137,6 +144,8 @@ int WinMain(const char* commandLine)
                                           "FATAL", "The game crashed. Crash report: " + report, nullptr, nullptr, 0));
                                   });
     std::srand(static_cast<unsigned>(std::time(nullptr)));
+    // The shared random sequence too, so that each run picks its own rooms; --seed repeats a run.
+    Util::Random::Seed(static_cast<std::uint32_t>(std::time(nullptr)));
     // 5. The log.
     Engine::Log::Get().Open(Util::GetAppDataDirectory() + "GameLog.log");
     // Every registration has run: a saved value whose type has no text form is reported now.

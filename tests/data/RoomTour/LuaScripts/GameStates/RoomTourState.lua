@@ -42,6 +42,8 @@ local function Build(name)
     local rooms = RoomManager.Get()
     -- One biome draw for every build, so that a room and its rebuild differ only by the edit.
     Random.Seed(7)
+    rooms:SetBiome("Cave")
+    rooms:PickRandomMainBiome()
     rooms:SetCurrentRoom(name)
     rooms:CreateCurrentRoom()
     local room = rooms:GetCurrentRoom()
