@@ -3,11 +3,10 @@
 // goes through the rooms at rising difficulty, ends in the boss room and goes
 // back to the title.
 
+#include "support/HeadlessGame.h"
+
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
-#include <cstdio>
 #include <filesystem>
 #include <regex>
 #include <string>
@@ -38,23 +37,10 @@ protected:
     // ..."); returns what it printed, and its exit code in `exitCode`.
     std::string RunGame(const std::string& arguments, const std::string& environment, int& exitCode)
     {
-        const std::string command = "cd \"" + std::filesystem::path(VORN_GAME_PATH).parent_path().string() +
-                                    "\" && " + environment +
-                                    " SDL_VIDEODRIVER=offscreen SDL_AUDIODRIVER=dummy VORN_DIALOG_ANSWER=abort"
-                                    " VORN_APPDATA_DIR=\"" +
-                                    m_AppData.string() + "\" \"" VORN_GAME_PATH "\" " + arguments +
-                                    " --datadir=\"" VORN_DATA_DIR "\" 2>&1";
-        std::string output;
-        exitCode = -1;
-        FILE* pipe = popen(command.c_str(), "r");
-        if (!pipe)
-            return output;
-        char buffer[4096];
-        while (std::fgets(buffer, sizeof buffer, pipe))
-            output += buffer;
-        const int status = pclose(pipe);
-        exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-        return output;
+        const HeadlessGameRun run =
+            RunHeadlessGame(arguments + " --datadir=\"" VORN_DATA_DIR "\"", m_AppData, environment);
+        exitCode = run.exitCode;
+        return run.output;
     }
 
     // The rooms entered, in the order of the printed lines.

@@ -3,12 +3,10 @@
 // state of tests/data/RoomTour is laid over a copy of the game's data.
 
 #include "platform/ImageDecoder.h"
+#include "support/HeadlessGame.h"
 
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <regex>
@@ -37,20 +35,9 @@ protected:
     // Runs the game on the tour's data; gives what it printed.
     std::string RunTour() const
     {
-        const std::string command =
-            "cd \"" + fs::path(VORN_GAME_PATH).parent_path().string() +
-            "\" && SDL_VIDEODRIVER=offscreen SDL_AUDIODRIVER=dummy VORN_DIALOG_ANSWER=ignore VORN_APPDATA_DIR=\"" +
-            (m_Root / "appdata").string() + "\" VORN_TOUR_FOLDER=\"" + (m_Root / "pictures").string() +
-            "\" \"" VORN_GAME_PATH "\" --frames=3000 --datadir=\"" + (m_Root / "Data").string() + "\" 2>&1";
-        std::string output;
-        FILE* pipe = popen(command.c_str(), "r");
-        if (!pipe)
-            return output;
-        char buffer[4096];
-        while (std::fgets(buffer, sizeof buffer, pipe))
-            output += buffer;
-        pclose(pipe);
-        return output;
+        return RunHeadlessGame("--frames=3000 --datadir=\"" + (m_Root / "Data").string() + "\"", m_Root / "appdata",
+                               "VORN_TOUR_FOLDER=\"" + (m_Root / "pictures").string() + "\"", "ignore")
+            .output;
     }
 
     // The room names of the game's data, sorted.

@@ -1,0 +1,38 @@
+// Runs the built Game binary headless, as a user or CI would: no window, no
+// sound device, dialogs answered by `answer`, application data in a folder of
+// the test's own, and everything it prints collected.
+#pragma once
+
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+// What a headless run of the game left: its exit code (-1 when it did not exit) and its output.
+struct HeadlessGameRun
+{
+    int exitCode = -1;
+    std::string output;
+};
+
+// Starts the game from its build folder with `arguments`; `environment` ("NAME=value ...") goes
+// before the command.
+inline HeadlessGameRun RunHeadlessGame(const std::string& arguments, const std::filesystem::path& appData,
+                                       const std::string& environment = "", const std::string& answer = "abort")
+{
+    const std::string command = "cd \"" + std::filesystem::path(VORN_GAME_PATH).parent_path().string() + "\" && " +
+                                environment + " SDL_VIDEODRIVER=offscreen SDL_AUDIODRIVER=dummy VORN_DIALOG_ANSWER=" +
+                                answer + " VORN_APPDATA_DIR=\"" + appData.string() + "\" \"" VORN_GAME_PATH "\" " +
+                                arguments + " 2>&1";
+    HeadlessGameRun run;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe)
+        return run;
+    char buffer[4096];
+    while (std::fgets(buffer, sizeof buffer, pipe))
+        run.output += buffer;
+    const int status = pclose(pipe);
+    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return run;
+}
