@@ -1,5 +1,6 @@
 // Runs the built Game binary headless, as a user or CI would, and checks what it leaves behind.
 #include "platform/ImageDecoder.h"
+#include "support/HeadlessGame.h"
 
 #include <gtest/gtest.h>
 
@@ -40,21 +41,8 @@ protected:
     GameRun RunGame(const std::string& arguments, const std::string& answer = "abort",
                     const std::string& environment = "")
     {
-        const std::string command = "cd \"" + std::filesystem::path(VORN_GAME_PATH).parent_path().string() +
-                                    "\" && " + environment +
-                                    " SDL_VIDEODRIVER=offscreen SDL_AUDIODRIVER=dummy VORN_DIALOG_ANSWER=" + answer +
-                                    " VORN_APPDATA_DIR=\"" + m_AppData.string() + "\" \"" VORN_GAME_PATH "\" " +
-                                    arguments + " 2>&1";
-        GameRun run;
-        FILE* pipe = popen(command.c_str(), "r");
-        if (!pipe)
-            return run;
-        char buffer[4096];
-        while (std::fgets(buffer, sizeof buffer, pipe))
-            run.output += buffer;
-        const int status = pclose(pipe);
-        run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-        return run;
+        const HeadlessGameRun run = RunHeadlessGame(arguments, m_AppData, environment, answer);
+        return {run.exitCode, run.output};
     }
 
     std::string ReadLog() const { return ReadFile(m_AppData / "GameLog.log"); }
