@@ -8,7 +8,7 @@
 #   ./setup.sh tsan     build the threaded code (the lanes module and its tests, and
 #                       lanes writing script variables into the engine's Lua state)
 #                       with ThreadSanitizer into build-tsan/ and run those tests
-#   ./setup.sh fuzz [seconds] [text | cursor | archetype | room | shader | kbm | kba]
+#   ./setup.sh fuzz [seconds] [text | cursor | archetype | room | shader | kbm | kba | bank]
 #                       build the libFuzzer targets with clang into build-fuzz/
 #                       and fuzz one reader (default 600 seconds): the text
 #                       reader (the default), the cursor reader, the archetype
@@ -20,7 +20,7 @@ cd "$(dirname "$0")"
 
 packages=(
   g++ cmake ninja-build pkg-config ccache
-  libsdl2-dev libdw-dev
+  libsdl2-dev libdw-dev libopenal-dev libsndfile1-dev
   libluajit-5.1-dev lua-filesystem-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   libepoxy-dev libgl-dev libegl-dev libgl1-mesa-dri libegl-mesa0 libstb-dev libimgui-dev
@@ -77,8 +77,9 @@ case "${1:-}" in
       shader) name=ShaderDescription ;;
       kbm) name=ReadKbm malloc_limit=64 ;;
       kba) name=ReadKba malloc_limit=64 ;;
+      bank) name=ReadBank ;;
       *)
-        echo "usage: ./setup.sh fuzz [seconds] [text | cursor | archetype | room | shader | kbm | kba]" >&2
+        echo "usage: ./setup.sh fuzz [seconds] [text | cursor | archetype | room | shader | kbm | kba | bank]" >&2
         exit 2
         ;;
     esac
@@ -92,7 +93,7 @@ case "${1:-}" in
       -artifact_prefix="build-fuzz/artifacts/$name/"
     ;;
   *)
-    echo "usage: ./setup.sh [test | tsan | fuzz [seconds] [text | cursor | archetype | room | shader | kbm | kba]]" >&2
+    echo "usage: ./setup.sh [test | tsan | fuzz [seconds] [text | cursor | archetype | room | shader | kbm | kba | bank]]" >&2
     exit 2
     ;;
 esac

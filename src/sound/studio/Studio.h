@@ -18,8 +18,9 @@
 // from disk while they play. With no audio device the layer runs silent: every
 // call works and instances end when their clips would have ended.
 //
-// A released instance handle must not be used again; a handle of the system is
-// good until the system is released. All calls are made from one thread.
+// A released instance handle is invalid at once (isValid gives false, every other
+// call ERR_INVALID_HANDLE) while the sound plays on to its end; the memory of every
+// handle stays until the system is released. All calls are made from one thread.
 #pragma once
 
 namespace Studio
@@ -180,7 +181,7 @@ public:
     Result start();
     // Stops the instance; the layer always cuts at once.
     Result stop(StopMode mode);
-    // Marks the instance to be freed once it is stopped; the handle must not be used afterwards.
+    // Marks the instance to be freed once it is stopped; the handle is invalid from then on.
     Result release();
     // Sets the instance's own volume, a factor on the event's volume (1 by default).
     Result setVolume(float volume);
