@@ -26,7 +26,6 @@ packages=(
   libepoxy-dev libgl-dev libegl-dev libgl1-mesa-dri libegl-mesa0 libstb-dev libimgui-dev
   libassimp-dev
   libbullet-dev
-  libsndfile1-dev
 )
 if [ "${1:-}" = fuzz ]; then
   packages+=(clang libclang-rt-14-dev)

@@ -21,6 +21,11 @@ Graphics::GraphicsSpace* GraphicsOf(Engine::Space* space)
 {
     return space->GetSystem<Graphics::GraphicsSpace>();
 }
+
+SoundSpace* SoundOf(Engine::Space* space)
+{
+    return space->GetSystem<SoundSpace>();
+}
 }
 
 META_REGISTER_NS(Engine, Space)
@@ -30,6 +35,7 @@ META_REGISTER_NS(Engine, Space)
     PROPERTY_STATIC(HUD, +[] { return static_cast<int>(Engine::HUD); }, nullptr, "Index of the heads-up display space.");
     PROPERTY_STATIC(Menu, +[] { return static_cast<int>(Engine::Menu); }, nullptr, "Index of the menu space.");
     PROPERTY_GET_FUNC(Graphics, &GraphicsOf, "The space's graphics system.");
+    PROPERTY_GET_FUNC(Sound, &SoundOf, "The space's sound system: music and effects; nil where the space has none.");
     METHOD(SetPause);
     METHOD(SetHide);
     METHOD(SetLogicPause);

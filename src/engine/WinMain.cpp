@@ -181,6 +181,8 @@ int WinMain(const char* commandLine)
     Engine::ArchetypeManager::Get().LoadAll();
     // 16. Rooms: "Biomes.txt" and every file under "Rooms/" are loaded and watched.
     RoomManager::Get().Load();
+    // The sound banks are watched from here on: a saved bank is heard at once.
+    SoundSystem::Get().WatchBanks();
     // 17. "LuaScripts/GameInitialize.lua" runs, then its InitializeGame.
     LuaSystem::Get().GameInitialize();
     // 18. The type "void"; generated documentation is not built yet.
@@ -197,6 +199,8 @@ int WinMain(const char* commandLine)
     manager.m_Systems.clear();
     // The closing script runs and the Lua state closes, with everything scripts held.
     LuaSystem::Get().Shutdown();
+    // Every space's sounds stop and the sound layer closes.
+    SoundSystem::Get().Shutdown();
     window.DestroyNativeWindow();
     RoomManager::Get().Clear();
     Engine::ArchetypeManager::Get().Clear();

@@ -1,6 +1,8 @@
 // The environment every test program runs in, set before any test starts unless
 // the caller set it already: no window on screen (SDL's offscreen driver, which
-// still gives an OpenGL context), no sound device, error dialogs answered
+// still gives an OpenGL context), no sound device (SDL's dummy driver, and
+// OpenAL Soft's null output, which plays in time and is heard nowhere; the sound
+// tests mix through OpenAL Soft's loopback device instead), error dialogs answered
 // Abort, the application data folder inside the build folder, and Mesa's
 // software rasterizer drawing on the calling thread: its worker threads
 // outlive the GL context, and LeakSanitizer's stop-the-world pass at exit now
@@ -26,6 +28,7 @@ struct TestEnvironment
     {
         setenv("SDL_VIDEODRIVER", "offscreen", 0);
         setenv("SDL_AUDIODRIVER", "dummy", 0);
+        setenv("ALSOFT_DRIVERS", "null", 0);
         setenv("VORN_DIALOG_ANSWER", "abort", 0);
         setenv("VORN_APPDATA_DIR", VORN_TEST_APPDATA_DIR, 0);
         setenv("LP_NUM_THREADS", "0", 0);

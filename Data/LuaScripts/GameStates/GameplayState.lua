@@ -12,11 +12,20 @@
 -- gate, once it opens). The environment variable EMBERFALLOW_ROOM_SECONDS sets
 -- that time, for quick runs through the rooms.
 --
+-- The play loop plays through the run; its "Intensity" rises to 1 in the boss
+-- room, where the music turns to its busier version. Leaving a room sounds the
+-- exit gate.
+--
 -- Each room entered prints one line:
 --   Emberfallow: room <name>, biome <biome>, difficulty <d>
 
 RoomsPerRun = 8
 RoomSeconds = tonumber(os.getenv("EMBERFALLOW_ROOM_SECONDS") or "") or 20
+
+-- The level space's sound, or nil where it has none.
+local function LevelSound()
+    return SpaceManager.Get():GetSpace(Space.Level).Sound
+end
 
 -- Builds the room the manager picked and shows it.
 local function EnterRoom()
@@ -29,6 +38,10 @@ local function EnterRoom()
         return
     end
     ShowRoom(SpaceManager.Get():GetSpace(Space.Level), room, camera)
+    local sound = LevelSound()
+    if sound ~= nil then
+        sound:SetMusicInstanceParameter("Music/Play", "Intensity", room.BossRoom and 1 or 0)
+    end
     print(string.format("Emberfallow: room %s, biome %s, difficulty %g", room:GetName(),
         rooms:GetCurrentBiomeName(), rooms.Difficulty))
 end
@@ -41,6 +54,10 @@ local function LeaveRoom()
         roomTime = -math.huge
         Manager.Get():BroadcastEvent("RunOver", ScriptEvent("RunOver"))
         return
+    end
+    local sound = LevelSound()
+    if sound ~= nil then
+        sound:PlayEffect("Effects/ExitOpen")
     end
     rooms:IncrementRoomCount()
     rooms.Difficulty = rooms.Difficulty + 1
@@ -65,6 +82,10 @@ function Initialize()
     this:RegisterEvent("RunOver")
     this:RegisterEvent("ExitReached")
     camera = CreateRoomCamera(SpaceManager.Get():GetSpace(Space.Level))
+    local sound = LevelSound()
+    if sound ~= nil then
+        sound:PlayMusic("Music/Play", false)
+    end
     local rooms = RoomManager.Get()
     rooms:ClearOldRooms()
     -- The manager's room count runs on from run to run: the boss comes RoomsPerRun rooms from here.
@@ -84,5 +105,9 @@ end
 
 function Uninitialize()
     camera = nil
+    local sound = LevelSound()
+    if sound ~= nil then
+        sound:RemoveLoopingTrack("Music/Play")
+    end
     SpaceManager.Get():GetSpace(Space.Level):DestroyAllGameObjects()
 end

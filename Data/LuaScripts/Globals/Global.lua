@@ -24,6 +24,12 @@ function SetProperty(object, name, value)
     object[name] = value
 end
 
+-- The most copies of one effect heard at once: a crowd of footsteps or a pile of
+-- landing crates stays a few voices.
+SoundInstance.AddMaxSoundLimit("Effects/Footstep", 4)
+SoundInstance.AddMaxSoundLimit("Effects/Land", 6)
+SoundInstance.AddMaxSoundLimit("Effects/Hit", 8)
+
 -- The first room, which the title shows behind its menus.
 local firstRoom = loadfile(DataDirectory() .. "LuaScripts/Rooms/FirstRoom.lua")
 if firstRoom then
