@@ -1,11 +1,17 @@
 // The game's physics archetypes (Data/Archetypes/Physics/) in a level space of
-// their own: what the first room drops comes to rest where it should.
+// their own: what the first room drops comes to rest where it should. The
+// game's script components (a copy of Data/LuaScripts/Components/, without the
+// game's states) are registered, so the archetypes' ImpactSound runs too (with
+// no sound system in the space it plays nothing).
 #include "PhysicsTestWorld.h"
 
 #include "engine/ArchetypeManager.h"
 #include "physics/ColliderCube.h"
+#include "utilities/lua/LuaTestSupport.h"
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 namespace
 {
@@ -14,6 +20,13 @@ class ShippedPhysicsArchetypesTest : public testing::Test
 protected:
     void SetUp() override
     {
+        std::filesystem::create_directories(m_Temp.Path() + "LuaScripts");
+        std::filesystem::copy(VORN_DATA_DIR "/LuaScripts/Components", m_Temp.Path() + "LuaScripts/Components",
+                              std::filesystem::copy_options::recursive);
+        {
+            StdoutCapture dropped;
+            m_Lua.Initialize();
+        }
         Engine::ArchetypeManager& archetypes = Engine::ArchetypeManager::Get();
         for (const char* name : {"FloorPlaneCollision", "Crate", "StoneBall"})
         {
@@ -21,12 +34,17 @@ protected:
             ASSERT_NE(archetypes.Find(name), 0u) << name;
         }
     }
+    // The archetypes hold script components of this test's Lua system: they go first.
+    void TearDown() override { Engine::ArchetypeManager::Get().Clear(); }
     GameObject* Place(const char* name, Math::Point3D at)
     {
         GameObject* object = world.space.CreateObject(Engine::ArchetypeManager::Get().Find(name));
         PositionOf(object) = at;
         return object;
     }
+    TempFolder m_Temp;
+    ScopedDataDirectory m_Data{m_Temp.Path()};
+    LuaSystem m_Lua;
     PhysicsTestWorld world;
 };
 }
