@@ -30,6 +30,10 @@ packages=(
 if [ "${1:-}" = fuzz ]; then
   packages+=(clang libclang-rt-14-dev)
 fi
+# The test build also opens the generated script reference in a headless browser.
+if [ "${1:-}" = test ]; then
+  packages+=(chromium)
+fi
 
 missing=()
 for p in "${packages[@]}"; do

@@ -26,6 +26,8 @@
 #include "platform/CrashHandler.h"
 #include "sound/SoundSpace.h"
 #include "sound/SoundSystem.h"
+#include "utilities/DocumentationGen/GenerateAutocomplete.h"
+#include "utilities/DocumentationGen/GenerateDocumentation.h"
 #include "utilities/Meta/Registration.h"
 #include "utilities/Serialization/Serializer.h"
 #include "utilities/lua/LuaSystem.h"
@@ -42,16 +44,22 @@ struct Void
 {
 };
 
-// Notes an option whose feature is not built yet.
-void NotBuiltYet(const char* option)
+// The command-line tools asked for: each writes its files at its start-up step, and the game then
+// exits without running a frame.
+struct ToolRequests
 {
-    LOG("WARNING", std::string("Option --") + option + " is not available yet; it was ignored.");
-}
+    // --gen-autocomplete: the Lua completion file, once the command line is read.
+    bool autocomplete = false;
+    // --gendoc: the HTML reference, at the end of start-up.
+    bool documentation = false;
+    // The reference's folder: the option's value, or the default.
+    std::string documentationFolder;
+};
 
-void AddStartupOptions(std::string& documentationFolder)
+void AddStartupOptions(ToolRequests& tools)
 {
     using Engine::Options;
-    Options::RegisterOption("gen-autocomplete", [](const char*) { NotBuiltYet("gen-autocomplete"); });
+    Options::RegisterOption("gen-autocomplete", [&tools](const char*) { tools.autocomplete = true; });
     Options::RegisterOption("datadir", [](const char* value) {
         if (value)
             Util::SetDataDirectory(value);
@@ -59,9 +67,9 @@ void AddStartupOptions(std::string& documentationFolder)
     // Standard output already is the terminal here.
     Options::RegisterOption("Console", [](const char*) {});
     Options::RegisterOption("RemoveFileErrors", [](const char*) { Util::SetTolerantRead(true); });
-    Options::RegisterOption("gendoc", [&documentationFolder](const char* value) {
-        documentationFolder = value ? value : "";
-        NotBuiltYet("gendoc");
+    Options::RegisterOption("gendoc", [&tools](const char* value) {
+        tools.documentation = true;
+        tools.documentationFolder = value ? value : DocGen::kDefaultDocumentationFolder;
     });
     Options::RegisterOption("seed", [](const char* value) {
         if (value && *value)
@@ -132,7 +140,7 @@ int WinMain(const char* commandLine)
     Profiler& profiler = Profiler::Get();
     // 2. The option registry, published for the constructors below. What its handlers write
     // stands before it, so that no handler outlives what it refers to.
-    std::string documentationFolder;
+    ToolRequests tools;
     Engine::Options options;
     // 3. The input recorder.
     InputRecorder::Get();
@@ -151,7 +159,7 @@ int WinMain(const char* commandLine)
     // Every registration has run: a saved value whose type has no text form is reported now.
     Meta::CheckTextForms();
     // 6. Start-up options.
-    AddStartupOptions(documentationFolder);
+    AddStartupOptions(tools);
     // 7. The window's title and icon.
     Window& window = Window::Get();
     window.m_Title = "Emberfallow";
@@ -167,6 +175,22 @@ int WinMain(const char* commandLine)
     Engine::Options::ParseCommandLine(commandLine);
     if (!Util::DirectoryExists(Util::GetDataDirectory()))
         LOG("WARNING", "Data directory not found: \"" + Util::GetDataDirectory() + "\". The game runs without data.");
+    // --gen-autocomplete writes its file now, from the registrations alone (the whole line is read, so
+    // --datadir counts wherever it stands); without --gendoc the run ends here.
+    int exitCode = 0;
+    if (tools.autocomplete)
+    {
+        if (!GenerateAutocomplete(Util::GetDataDirectory() + DocGen::kAutocompleteFile))
+            exitCode = 1;
+        if (!tools.documentation)
+        {
+            manager.m_Events.Clear();
+            manager.m_Systems.clear();
+            Engine::Log::Get().Close();
+            options.Clear();
+            return exitCode;
+        }
+    }
     // 11. The space systems.
     MakeSpaceSystems();
     // 12. The first frame's time is clamped like every other.
@@ -185,12 +209,20 @@ int WinMain(const char* commandLine)
     SoundSystem::Get().WatchBanks();
     // 17. "LuaScripts/GameInitialize.lua" runs, then its InitializeGame.
     LuaSystem::Get().GameInitialize();
-    // 18. The type "void"; generated documentation is not built yet.
+    // 18. The type "void", and with --gendoc the reference; a tool's run ends after it, without a frame.
     Meta::Register<Void>("void", "").m_Size = 0;
-    // 19. Show the window.
-    window.Show();
-    // 20. Run.
-    manager.Run();
+    if (tools.documentation)
+    {
+        if (!GenerateDocumentation(tools.documentationFolder, Util::GetDataDirectory()))
+            exitCode = 1;
+    }
+    else
+    {
+        // 19. Show the window.
+        window.Show();
+        // 20. Run.
+        manager.Run();
+    }
 
     // Shutdown.
     graphics.ShutdownDevice();
@@ -208,5 +240,5 @@ int WinMain(const char* commandLine)
     if (profiler.HasData())
         profiler.WriteReport("ProfileResults.csv");
     options.Clear();
-    return 0;
+    return exitCode;
 }
