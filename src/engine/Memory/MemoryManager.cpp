@@ -91,6 +91,24 @@ std::atomic_ref<unsigned char*> MemoryManager::NextPageWord(unsigned char* page,
 
 void* MemoryManager::Allocate(std::size_t size)
 {
+    // The common path: a block from the thread's own stack, no lock.
+    const int slot = Memory::t_ThreadSlot;
+    if (size <= 1024 && slot >= 0) [[likely]]
+    {
+        const int sizeClass = ClassFor(size);
+        ThreadCache& cache = m_Caches[slot];
+        if (cache.count[sizeClass] != 0) [[likely]]
+        {
+            BlockHeader* header = cache.blocks[sizeClass][--cache.count[sizeClass]];
+            Take(header, header->Load(std::memory_order_relaxed), &cache);
+            return header->Payload();
+        }
+    }
+    return AllocateSlow(size);
+}
+
+void* MemoryManager::AllocateSlow(std::size_t size)
+{
     if (t_Reporting) [[unlikely]]
         return std::malloc(size != 0 ? size : 1);
     const int slot = Memory::CurrentThreadSlot();
@@ -166,7 +184,7 @@ void* MemoryManager::AllocateLarge(std::size_t size)
     return std::malloc(size);
 }
 
-void MemoryManager::Take(BlockHeader* header, std::uint64_t state, ThreadCache* cache)
+inline void MemoryManager::Take(BlockHeader* header, std::uint64_t state, ThreadCache* cache)
 {
     std::uint32_t count = CountOfState(state);
     if (count < Memory::kMaxHandOutCount)
@@ -179,7 +197,7 @@ void MemoryManager::Take(BlockHeader* header, std::uint64_t state, ThreadCache* 
     CountAllocation(ClassOfState(state), cache);
 }
 
-std::uint32_t MemoryManager::NextSerial(ThreadCache* cache)
+inline std::uint32_t MemoryManager::NextSerial(ThreadCache* cache)
 {
     if (!cache)
         return m_Serial.fetch_add(1, std::memory_order_relaxed);
@@ -193,7 +211,7 @@ std::uint32_t MemoryManager::NextSerial(ThreadCache* cache)
     return cache->nextSerial++;
 }
 
-void MemoryManager::CountAllocation(int sizeClass, ThreadCache* cache)
+inline void MemoryManager::CountAllocation(int sizeClass, ThreadCache* cache)
 {
     if (cache)
         cache->allocations[sizeClass].store(cache->allocations[sizeClass].load(std::memory_order_relaxed) + 1,
@@ -202,7 +220,7 @@ void MemoryManager::CountAllocation(int sizeClass, ThreadCache* cache)
         m_SharedAllocations[sizeClass].fetch_add(1, std::memory_order_relaxed);
 }
 
-void MemoryManager::CountFree(int sizeClass, ThreadCache* cache)
+inline void MemoryManager::CountFree(int sizeClass, ThreadCache* cache)
 {
     if (cache)
         cache->frees[sizeClass].store(cache->frees[sizeClass].load(std::memory_order_relaxed) + 1,
@@ -211,26 +229,48 @@ void MemoryManager::CountFree(int sizeClass, ThreadCache* cache)
         m_SharedFrees[sizeClass].fetch_add(1, std::memory_order_relaxed);
 }
 
+BlockHeader* MemoryManager::TakeFresh(PageRecord* page)
+{
+    unsigned char* at = page->fresh;
+    if (at >= page->end)
+        return nullptr;
+    const std::uint32_t stride = m_BlockSize[page->sizeClass];
+    auto* header = reinterpret_cast<BlockHeader*>(at);
+    header->serial = 0;
+    header->reserved = 0;
+    std::uint64_t state = std::uint64_t(page->sizeClass) << Memory::kClassShift;
+    if (at == page->begin)
+        state |= Memory::kFirstOfPage;
+    if (at + stride >= page->end)
+        state |= Memory::kLastOfPage;
+    header->Store(state, std::memory_order_relaxed);
+    std::atomic_ref<unsigned char*>(page->fresh).store(at + stride, std::memory_order_release);
+    return header;
+}
+
 BlockHeader* MemoryManager::ScanFixed(int sizeClass)
 {
     const std::uint32_t stride = m_BlockSize[sizeClass];
     auto isFree = [](BlockHeader* header) {
         return (header->Load() & (Memory::kInUse | Memory::kHeldByThread)) == 0;
     };
-    auto takeAt = [&](BlockHeader* header, const PageRecord* page) {
+    auto takeAt = [&](BlockHeader* header, PageRecord* page) {
         m_Cursor[sizeClass] = header;
         m_CursorPage[sizeClass] = page;
         return header;
     };
-    const PageRecord* cursorPage = m_CursorPage[sizeClass];
+    PageRecord* cursorPage = m_CursorPage[sizeClass];
     if (cursorPage)
     {
         unsigned char* cursor = reinterpret_cast<unsigned char*>(m_Cursor[sizeClass]);
-        // From the cursor to the end of its page, then from the page's start up to the cursor.
-        for (unsigned char* at = cursor; at < cursorPage->end; at += stride)
+        // From the cursor to the end of its page (the fresh blocks lie at its end), then from the
+        // page's start up to the cursor.
+        for (unsigned char* at = cursor; at < cursorPage->fresh; at += stride)
             if (isFree(reinterpret_cast<BlockHeader*>(at)))
                 return takeAt(reinterpret_cast<BlockHeader*>(at), cursorPage);
-        for (unsigned char* at = cursorPage->begin; at < cursor; at += stride)
+        if (BlockHeader* fresh = TakeFresh(cursorPage))
+            return takeAt(fresh, cursorPage);
+        for (unsigned char* at = cursorPage->begin; at < cursor && at < cursorPage->fresh; at += stride)
             if (isFree(reinterpret_cast<BlockHeader*>(at)))
                 return takeAt(reinterpret_cast<BlockHeader*>(at), cursorPage);
     }
@@ -238,17 +278,19 @@ BlockHeader* MemoryManager::ScanFixed(int sizeClass)
     const int records = m_PageRecords.load(std::memory_order_relaxed);
     for (int index = 0; index < records; ++index)
     {
-        const PageRecord* page = &m_Pages[index];
+        PageRecord* page = &m_Pages[index];
         if (page->sizeClass != sizeClass || page == cursorPage)
             continue;
-        for (unsigned char* at = page->begin; at < page->end; at += stride)
+        for (unsigned char* at = page->begin; at < page->fresh; at += stride)
             if (isFree(reinterpret_cast<BlockHeader*>(at)))
                 return takeAt(reinterpret_cast<BlockHeader*>(at), page);
+        if (BlockHeader* fresh = TakeFresh(page))
+            return takeAt(fresh, page);
     }
-    unsigned char* fresh = AllocatePage(sizeClass);
-    if (!fresh)
+    if (!AllocatePage(sizeClass))
         return nullptr;
-    return takeAt(reinterpret_cast<BlockHeader*>(fresh), &m_Pages[m_PageRecords.load(std::memory_order_relaxed) - 1]);
+    PageRecord* page = &m_Pages[m_PageRecords.load(std::memory_order_relaxed) - 1];
+    return takeAt(TakeFresh(page), page);
 }
 
 BlockHeader* MemoryManager::FirstFitGeneral(std::size_t need)
@@ -311,26 +353,11 @@ unsigned char* MemoryManager::AllocatePage(int sizeClass)
         header->reserved = 0;
         header->Store(WithCount(classBits | Memory::kFirstOfPage | Memory::kLastOfPage, area), std::memory_order_relaxed);
     }
-    else
-    {
-        const std::uint32_t stride = m_BlockSize[sizeClass];
-        for (std::uint32_t offset = 0; offset < area; offset += stride)
-        {
-            auto* header = reinterpret_cast<BlockHeader*>(page + offset);
-            header->serial = 0;
-            header->reserved = 0;
-            std::uint64_t state = classBits;
-            if (offset == 0)
-                state |= Memory::kFirstOfPage;
-            if (offset + stride >= area)
-                state |= Memory::kLastOfPage;
-            header->Store(state, std::memory_order_relaxed);
-        }
-    }
 
     PageRecord& entry = m_Pages[record];
     entry.begin = page;
     entry.end = page + area;
+    entry.fresh = sizeClass == kGeneralClass ? entry.end : page;
     entry.sizeClass = sizeClass;
     entry.strideMagic = sizeClass == kGeneralClass ? 0 : UINT64_MAX / m_BlockSize[sizeClass] + 1;
     // Widen the range first: a reader that sees the new record also sees the range.
@@ -355,9 +382,9 @@ unsigned char* MemoryManager::AllocatePage(int sizeClass)
     return page;
 }
 
-const MemoryManager::PageRecord* MemoryManager::FindPage(const unsigned char* address) const
+inline const MemoryManager::PageRecord* MemoryManager::FindPage(std::uintptr_t value) const
 {
-    const auto value = reinterpret_cast<std::uintptr_t>(address);
+    const auto* address = reinterpret_cast<const unsigned char*>(value);
     const int records = m_PageRecords.load(std::memory_order_acquire);
     if (value < m_Lowest.load(std::memory_order_relaxed) || value >= m_Highest.load(std::memory_order_relaxed))
         return nullptr;
@@ -372,30 +399,21 @@ const MemoryManager::PageRecord* MemoryManager::FindPage(const unsigned char* ad
 
 void MemoryManager::Free(void* pointer)
 {
-    if (!pointer)
-        return;
-    auto* address = static_cast<unsigned char*>(pointer) - kHeaderSize;
+    const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(pointer) - kHeaderSize;
     const PageRecord* page = FindPage(address);
-    if (!page)
+    // The common path: a fixed-class block onto the thread's own stack, no lock.
+    if (page && page->sizeClass != kGeneralClass && address < reinterpret_cast<std::uintptr_t>(FreshOf(*page)) &&
+        IsMultiple(static_cast<std::uint64_t>(address - reinterpret_cast<std::uintptr_t>(page->begin)),
+                   page->strideMagic)) [[likely]]
     {
-        m_ForeignFrees.fetch_add(1, std::memory_order_relaxed);
-        std::free(pointer);
-        return;
-    }
-    const int sizeClass = page->sizeClass;
-    auto* header = reinterpret_cast<BlockHeader*>(address);
-    if (sizeClass != kGeneralClass)
-    {
-        if (!IsMultiple(static_cast<std::uint64_t>(address - page->begin), page->strideMagic))
-        {
-            LOG("ERROR", "Bad free address");
-            return;
-        }
+        const int sizeClass = page->sizeClass;
+        auto* header = reinterpret_cast<BlockHeader*>(address);
         const std::uint64_t state = header->Load(std::memory_order_relaxed);
         if ((state & Memory::kInUse) == 0)
             return;
-        ThreadCache* cache = t_Reporting ? nullptr : CacheFor(Memory::CurrentThreadSlot());
-        if (cache && cache->count[sizeClass] < kStackDepth)
+        // A reporting thread's number is negative for the while, so it uses no stack.
+        ThreadCache* cache = CacheFor(Memory::CurrentThreadSlot());
+        if (cache && cache->count[sizeClass] < kStackDepth) [[likely]]
         {
             header->Store((state & ~Memory::kInUse) | Memory::kHeldByThread);
             cache->blocks[sizeClass][cache->count[sizeClass]++] = header;
@@ -407,20 +425,44 @@ void MemoryManager::Free(void* pointer)
         CountFree(sizeClass, cache);
         return;
     }
+    FreeSlow(pointer, page);
+}
+
+void MemoryManager::FreeSlow(void* pointer, const PageRecord* page)
+{
+    if (!page)
+    {
+        if (pointer)
+        {
+            m_ForeignFrees.fetch_add(1, std::memory_order_relaxed);
+            std::free(pointer);
+        }
+        return;
+    }
+    if (page->sizeClass != kGeneralClass)
+    {
+        LOG("ERROR", "Bad free address");
+        return;
+    }
+    auto* header = BlockHeader::Of(pointer);
     std::lock_guard<std::mutex> lock(m_Lock);
     const std::uint64_t state = header->Load(std::memory_order_relaxed);
     if ((state & Memory::kInUse) == 0)
         return;
     header->Store(state & ~Memory::kInUse);
-    CountFree(kGeneralClass, t_Reporting ? nullptr : CacheFor(Memory::CurrentThreadSlot()));
+    CountFree(kGeneralClass, CacheFor(Memory::CurrentThreadSlot()));
 }
 
 void MemoryManager::ReportOutOfMemory()
 {
     if (t_Reporting)
         return;
+    // Meanwhile the thread's allocations go to malloc and its frees skip its stacks.
     t_Reporting = true;
+    const int slot = Memory::t_ThreadSlot;
+    Memory::t_ThreadSlot = -3;
     FATAL_ERROR_IN("Engine::MemoryManager::AllocatePage", "Out of memory.  Sorry.");
+    Memory::t_ThreadSlot = slot;
     t_Reporting = false;
 }
 
@@ -459,7 +501,7 @@ std::array<std::uint64_t, kClassCount> MemoryManager::CountBlocksInUse() const
     for (int index = 0; index < records; ++index)
     {
         const PageRecord& page = m_Pages[index];
-        for (unsigned char* at = page.begin; at < page.end;)
+        for (unsigned char* at = page.begin; at < page.fresh;)
         {
             const std::uint64_t state = reinterpret_cast<BlockHeader*>(at)->Load();
             if (state & Memory::kInUse)
@@ -485,8 +527,9 @@ MemoryBlockInfo MemoryManager::Inspect(void* pointer) const
     if (!pointer)
         return info;
     auto* address = static_cast<unsigned char*>(pointer) - kHeaderSize;
-    const PageRecord* page = FindPage(address);
-    if (!page || (page->sizeClass != kGeneralClass &&
+    const PageRecord* page = FindPage(reinterpret_cast<std::uintptr_t>(address));
+    if (!page || address >= FreshOf(*page) ||
+        (page->sizeClass != kGeneralClass &&
                   !IsMultiple(static_cast<std::uint64_t>(address - page->begin), page->strideMagic)))
         return info;
     const auto* header = reinterpret_cast<const BlockHeader*>(address);

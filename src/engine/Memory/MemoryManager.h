@@ -142,6 +142,9 @@ private:
     {
         unsigned char* begin;
         unsigned char* end;
+        // Fixed classes: the first block whose header is not written yet; it and those behind it
+        // are free. Headers are written as blocks are first taken, so a new page costs no writes.
+        unsigned char* fresh;
         int sizeClass;
         // Reciprocal for the test "a whole number of blocks from the start".
         std::uint64_t strideMagic;
@@ -159,13 +162,24 @@ private:
     static constexpr int kStackDepth = 32;
     static constexpr int kMaxPages = 4096;
 
+    // Everything but a block from the thread's own stack.
+    [[gnu::noinline]] void* AllocateSlow(std::size_t size);
     void* AllocateFixed(int sizeClass, int slot);
+    // Frees of the general pool, foreign pointers and bad addresses.
+    [[gnu::noinline]] void FreeSlow(void* pointer, const PageRecord* page);
     void* AllocateGeneral(std::size_t size, int slot);
     void* AllocateLarge(std::size_t size);
     // Scan of a fixed class under the lock; null when no page could be had.
     Memory::BlockHeader* ScanFixed(int sizeClass);
     // First fit in the general pool under the lock; null when no page could be had.
     Memory::BlockHeader* FirstFitGeneral(std::size_t need);
+    // Writes the header of a page's first fresh block and gives it, or null when the page has none.
+    Memory::BlockHeader* TakeFresh(PageRecord* page);
+    // The first block of `page` not yet handed out since the page was made.
+    static unsigned char* FreshOf(const PageRecord& page)
+    {
+        return std::atomic_ref<unsigned char* const>(page.fresh).load(std::memory_order_relaxed);
+    }
     // Makes a page of `sizeClass` under the lock and links it; null when the system gives none.
     unsigned char* AllocatePage(int sizeClass);
     // Marks a block taken: in use, serial, hand-out count.
@@ -174,7 +188,7 @@ private:
     void CountAllocation(int sizeClass, ThreadCache* cache);
     void CountFree(int sizeClass, ThreadCache* cache);
     // The page holding the header at `address`, or null.
-    const PageRecord* FindPage(const unsigned char* address) const;
+    const PageRecord* FindPage(std::uintptr_t address) const;
     // Reports that no page could be had, outside the lock.
     void ReportOutOfMemory();
     // The next-page word of a page.
@@ -193,7 +207,7 @@ private:
     std::array<unsigned char*, Memory::kClassCount> m_FirstPage{};
     std::array<unsigned char*, Memory::kClassCount> m_LastPage{};
     std::array<Memory::BlockHeader*, Memory::kClassCount> m_Cursor{};
-    std::array<const PageRecord*, Memory::kClassCount> m_CursorPage{};
+    std::array<PageRecord*, Memory::kClassCount> m_CursorPage{};
     std::array<std::uint32_t, Memory::kClassCount> m_PageCount{};
     PageRecord m_Pages[kMaxPages];
     std::atomic<int> m_PageRecords{0};

@@ -12,7 +12,8 @@ namespace Engine::Memory
 // Number of thread numbers handed out at once.
 inline constexpr int kThreadSlots = 64;
 
-// The calling thread's number before its first request; -2 once it has none for good.
+// The calling thread's number; -1 before its first request, -2 once it has none for good, -3
+// while it reports an error from inside the memory manager.
 inline thread_local int t_ThreadSlot = -1;
 
 // Gives the calling thread a number (or -2 when none is free) and stores it in t_ThreadSlot.

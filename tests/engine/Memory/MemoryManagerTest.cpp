@@ -295,3 +295,19 @@ TEST(MemoryManagerTest, AFullClassWhoseNextPageFailsGivesNullAndTheOthersGoOn)
     for (void* block : blocks)
         manager.Free(block);
 }
+
+TEST(MemoryManagerTest, ABlockNeverTakenHasNoHeaderYetAndFreeingItIsReported)
+{
+    auto manager = MakeManager();
+    void* taken = manager->Allocate(8);
+    void* next = static_cast<unsigned char*>(taken) + manager->BlockSize(0);
+    EXPECT_FALSE(manager->Inspect(next).owned);
+    testing::internal::CaptureStdout();
+    manager->Free(next);
+    EXPECT_NE(testing::internal::GetCapturedStdout().find("Bad free address"), std::string::npos);
+    // The next scan writes its header and takes it.
+    EXPECT_EQ(manager->Allocate(8), next);
+    EXPECT_TRUE(manager->Inspect(next).inUse);
+    manager->Free(taken);
+    manager->Free(next);
+}
