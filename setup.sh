@@ -26,6 +26,7 @@ packages=(
   libepoxy-dev libgl-dev libegl-dev libgl1-mesa-dri libegl-mesa0 libstb-dev libimgui-dev
   libassimp-dev
   libbullet-dev
+  libmimalloc-dev libjemalloc-dev
 )
 if [ "${1:-}" = fuzz ]; then
   packages+=(clang libclang-rt-14-dev)

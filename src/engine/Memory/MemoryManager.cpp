@@ -1,0 +1,551 @@
+#include "engine/Memory/MemoryManager.h"
+
+#include "engine/Log.h"
+
+#include <bit>
+#include <cstdlib>
+#include <new>
+
+namespace Engine
+{
+using Memory::BlockHeader;
+using Memory::kGeneralClass;
+using Memory::kFixedClassCount;
+using Memory::kClassCount;
+using Memory::kHeaderSize;
+using Memory::kAlignment;
+using Memory::CountOfState;
+using Memory::ClassOfState;
+using Memory::WithCount;
+
+namespace
+{
+// True on a thread that is reporting; its allocations meanwhile go to malloc.
+thread_local bool t_Reporting = false;
+
+constexpr std::size_t RoundUp(std::size_t value, std::size_t alignment)
+{
+    return (value + alignment - 1) / alignment * alignment;
+}
+
+// Lemire's divisibility test: n % d == 0 for 32-bit n, with magic = UINT64_MAX / d + 1.
+bool IsMultiple(std::uint64_t n, std::uint64_t magic) { return n * magic <= magic - 1; }
+}
+
+MemoryManager::SystemAllocator MemoryManager::DefaultSystem() { return {std::malloc, std::free}; }
+
+MemoryManager& MemoryManager::Global()
+{
+    alignas(MemoryManager) static unsigned char storage[sizeof(MemoryManager)];
+    static MemoryManager* manager = new (storage) MemoryManager();
+    return *manager;
+}
+
+MemoryManager::MemoryManager(std::uint32_t budget, SystemAllocator system) : m_System(system)
+{
+    m_PageSize = Memory::ComputePageSizes(budget, kHeaderSize, kAlignment);
+    for (int index = 0; index < kFixedClassCount; ++index)
+    {
+        m_BlockSize[index] = static_cast<std::uint32_t>(Memory::BlockSizeOf(index, kHeaderSize, kAlignment));
+        m_PageArea[index] = m_PageSize[index];
+    }
+    m_PageArea[kGeneralClass] = m_PageSize[kGeneralClass] / kAlignment * kAlignment;
+    // A request is served by the general pool while twice its block fits in a page.
+    const std::size_t half = m_PageSize[kGeneralClass] / 2;
+    m_LargestGeneral = half >= kHeaderSize + kAlignment ? (half / kAlignment * kAlignment) - kHeaderSize : 0;
+
+    // A class whose first page cannot be had tries again, and reports, at its first allocation.
+    std::lock_guard<std::mutex> lock(m_Lock);
+    for (int index = 0; index < kClassCount; ++index)
+        if (m_PageArea[index] >= kHeaderSize + kAlignment)
+            AllocatePage(index);
+}
+
+MemoryManager::~MemoryManager()
+{
+    for (int index = 0; index < kClassCount; ++index)
+    {
+        unsigned char* page = m_FirstPage[index];
+        while (page)
+        {
+            unsigned char* next = NextPageWord(page, index).load(std::memory_order_relaxed);
+            m_System.release(page);
+            page = next;
+        }
+    }
+}
+
+int MemoryManager::ClassFor(std::size_t size)
+{
+    if (size <= 8)
+        return 0;
+    if (size > 1024)
+        return kGeneralClass;
+    return std::bit_width(size - 1) - 3;
+}
+
+std::atomic_ref<unsigned char*> MemoryManager::NextPageWord(unsigned char* page, int sizeClass) const
+{
+    return std::atomic_ref<unsigned char*>(*reinterpret_cast<unsigned char**>(page + m_PageArea[sizeClass]));
+}
+
+void* MemoryManager::Allocate(std::size_t size)
+{
+    // The common path: a block from the thread's own stack, no lock.
+    const int slot = Memory::t_ThreadSlot;
+    if (size <= 1024 && slot >= 0) [[likely]]
+    {
+        const int sizeClass = ClassFor(size);
+        ThreadCache& cache = m_Caches[slot];
+        if (cache.count[sizeClass] != 0) [[likely]]
+        {
+            BlockHeader* header = cache.blocks[sizeClass][--cache.count[sizeClass]];
+            Take(header, header->Load(std::memory_order_relaxed), &cache);
+            return header->Payload();
+        }
+    }
+    return AllocateSlow(size);
+}
+
+void* MemoryManager::AllocateSlow(std::size_t size)
+{
+    if (t_Reporting) [[unlikely]]
+        return std::malloc(size != 0 ? size : 1);
+    const int slot = Memory::CurrentThreadSlot();
+    if (size <= 1024)
+        return AllocateFixed(ClassFor(size), slot);
+    if (size <= m_LargestGeneral)
+        return AllocateGeneral(size, slot);
+    return AllocateLarge(size);
+}
+
+void* MemoryManager::AllocateFixed(int sizeClass, int slot)
+{
+    ThreadCache* cache = CacheFor(slot);
+    if (cache && cache->count[sizeClass] != 0)
+    {
+        BlockHeader* header = cache->blocks[sizeClass][--cache->count[sizeClass]];
+        Take(header, header->Load(std::memory_order_relaxed), cache);
+        return header->Payload();
+    }
+    BlockHeader* header;
+    {
+        std::lock_guard<std::mutex> lock(m_Lock);
+        header = ScanFixed(sizeClass);
+        if (header)
+            Take(header, header->Load(std::memory_order_relaxed), cache);
+    }
+    if (!header)
+    {
+        ReportOutOfMemory();
+        return nullptr;
+    }
+    return header->Payload();
+}
+
+void* MemoryManager::AllocateGeneral(std::size_t size, int slot)
+{
+    const std::size_t need = RoundUp(size + kHeaderSize, kAlignment);
+    BlockHeader* header;
+    {
+        std::lock_guard<std::mutex> lock(m_Lock);
+        header = FirstFitGeneral(need);
+        if (header)
+        {
+            std::uint64_t state = header->Load(std::memory_order_relaxed);
+            const std::size_t remainder = CountOfState(state) - need;
+            if (remainder > 1024)
+            {
+                auto* rest = reinterpret_cast<BlockHeader*>(reinterpret_cast<unsigned char*>(header) + need);
+                rest->serial = 0;
+                rest->reserved = 0;
+                rest->Store(WithCount((std::uint64_t{kGeneralClass} << Memory::kClassShift) | (state & Memory::kLastOfPage),
+                                      static_cast<std::uint32_t>(remainder)),
+                            std::memory_order_relaxed);
+                state = WithCount(state & ~Memory::kLastOfPage, static_cast<std::uint32_t>(need));
+            }
+            header->serial = NextSerial(CacheFor(slot));
+            const bool debug = m_Debug.load(std::memory_order_relaxed);
+            header->Store(state | Memory::kInUse | (debug ? Memory::kDebugMark : 0), std::memory_order_release);
+            CountAllocation(kGeneralClass, CacheFor(slot));
+        }
+    }
+    if (!header)
+    {
+        ReportOutOfMemory();
+        return nullptr;
+    }
+    return header->Payload();
+}
+
+void* MemoryManager::AllocateLarge(std::size_t size)
+{
+    m_LargeAllocations.fetch_add(1, std::memory_order_relaxed);
+    return std::malloc(size);
+}
+
+inline void MemoryManager::Take(BlockHeader* header, std::uint64_t state, ThreadCache* cache)
+{
+    std::uint32_t count = CountOfState(state);
+    if (count < Memory::kMaxHandOutCount)
+        ++count;
+    std::uint64_t taken = (state & 0x7E) | Memory::kInUse | (std::uint64_t{count} << Memory::kCountShift);
+    if (m_Debug.load(std::memory_order_relaxed))
+        taken |= Memory::kDebugMark;
+    header->serial = NextSerial(cache);
+    header->Store(taken, std::memory_order_relaxed);
+    CountAllocation(ClassOfState(state), cache);
+}
+
+inline std::uint32_t MemoryManager::NextSerial(ThreadCache* cache)
+{
+    if (!cache)
+        return m_Serial.fetch_add(1, std::memory_order_relaxed);
+    if (cache->serialsLeft == 0)
+    {
+        constexpr std::uint32_t kBatch = 256;
+        cache->nextSerial = m_Serial.fetch_add(kBatch, std::memory_order_relaxed);
+        cache->serialsLeft = kBatch;
+    }
+    --cache->serialsLeft;
+    return cache->nextSerial++;
+}
+
+inline void MemoryManager::CountAllocation(int sizeClass, ThreadCache* cache)
+{
+    if (cache)
+        cache->allocations[sizeClass].store(cache->allocations[sizeClass].load(std::memory_order_relaxed) + 1,
+                                            std::memory_order_relaxed);
+    else
+        m_SharedAllocations[sizeClass].fetch_add(1, std::memory_order_relaxed);
+}
+
+inline void MemoryManager::CountFree(int sizeClass, ThreadCache* cache)
+{
+    if (cache)
+        cache->frees[sizeClass].store(cache->frees[sizeClass].load(std::memory_order_relaxed) + 1,
+                                      std::memory_order_relaxed);
+    else
+        m_SharedFrees[sizeClass].fetch_add(1, std::memory_order_relaxed);
+}
+
+BlockHeader* MemoryManager::TakeFresh(PageRecord* page)
+{
+    unsigned char* at = page->fresh;
+    if (at >= page->end)
+        return nullptr;
+    const std::uint32_t stride = m_BlockSize[page->sizeClass];
+    auto* header = reinterpret_cast<BlockHeader*>(at);
+    header->serial = 0;
+    header->reserved = 0;
+    std::uint64_t state = std::uint64_t(page->sizeClass) << Memory::kClassShift;
+    if (at == page->begin)
+        state |= Memory::kFirstOfPage;
+    if (at + stride >= page->end)
+        state |= Memory::kLastOfPage;
+    header->Store(state, std::memory_order_relaxed);
+    std::atomic_ref<unsigned char*>(page->fresh).store(at + stride, std::memory_order_release);
+    return header;
+}
+
+BlockHeader* MemoryManager::ScanFixed(int sizeClass)
+{
+    const std::uint32_t stride = m_BlockSize[sizeClass];
+    auto isFree = [](BlockHeader* header) {
+        return (header->Load() & (Memory::kInUse | Memory::kHeldByThread)) == 0;
+    };
+    auto takeAt = [&](BlockHeader* header, PageRecord* page) {
+        m_Cursor[sizeClass] = header;
+        m_CursorPage[sizeClass] = page;
+        return header;
+    };
+    PageRecord* cursorPage = m_CursorPage[sizeClass];
+    if (cursorPage)
+    {
+        unsigned char* cursor = reinterpret_cast<unsigned char*>(m_Cursor[sizeClass]);
+        // From the cursor to the end of its page (the fresh blocks lie at its end), then from the
+        // page's start up to the cursor.
+        for (unsigned char* at = cursor; at < cursorPage->fresh; at += stride)
+            if (isFree(reinterpret_cast<BlockHeader*>(at)))
+                return takeAt(reinterpret_cast<BlockHeader*>(at), cursorPage);
+        if (BlockHeader* fresh = TakeFresh(cursorPage))
+            return takeAt(fresh, cursorPage);
+        for (unsigned char* at = cursorPage->begin; at < cursor && at < cursorPage->fresh; at += stride)
+            if (isFree(reinterpret_cast<BlockHeader*>(at)))
+                return takeAt(reinterpret_cast<BlockHeader*>(at), cursorPage);
+    }
+    // Every other page of the chain, in order.
+    const int records = m_PageRecords.load(std::memory_order_relaxed);
+    for (int index = 0; index < records; ++index)
+    {
+        PageRecord* page = &m_Pages[index];
+        if (page->sizeClass != sizeClass || page == cursorPage)
+            continue;
+        for (unsigned char* at = page->begin; at < page->fresh; at += stride)
+            if (isFree(reinterpret_cast<BlockHeader*>(at)))
+                return takeAt(reinterpret_cast<BlockHeader*>(at), page);
+        if (BlockHeader* fresh = TakeFresh(page))
+            return takeAt(fresh, page);
+    }
+    if (!AllocatePage(sizeClass))
+        return nullptr;
+    PageRecord* page = &m_Pages[m_PageRecords.load(std::memory_order_relaxed) - 1];
+    return takeAt(TakeFresh(page), page);
+}
+
+BlockHeader* MemoryManager::FirstFitGeneral(std::size_t need)
+{
+    unsigned char* page = m_FirstPage[kGeneralClass];
+    for (;;)
+    {
+        if (!page)
+        {
+            page = AllocatePage(kGeneralClass);
+            if (!page)
+                return nullptr;
+        }
+        unsigned char* at = page;
+        for (;;)
+        {
+            auto* header = reinterpret_cast<BlockHeader*>(at);
+            std::uint64_t state = header->Load();
+            std::uint32_t size = CountOfState(state);
+            if ((state & Memory::kInUse) == 0)
+            {
+                // Merge the free blocks behind this one in the same page.
+                while ((state & Memory::kLastOfPage) == 0)
+                {
+                    auto* next = reinterpret_cast<BlockHeader*>(at + size);
+                    const std::uint64_t nextState = next->Load();
+                    if (nextState & Memory::kInUse)
+                        break;
+                    size += CountOfState(nextState);
+                    state = WithCount(state | (nextState & Memory::kLastOfPage), size);
+                }
+                header->Store(state, std::memory_order_relaxed);
+                if (size >= need)
+                    return header;
+            }
+            if (state & Memory::kLastOfPage)
+                break;
+            at += size;
+        }
+        page = NextPageWord(page, kGeneralClass).load(std::memory_order_relaxed);
+    }
+}
+
+unsigned char* MemoryManager::AllocatePage(int sizeClass)
+{
+    const int record = m_PageRecords.load(std::memory_order_relaxed);
+    if (record >= kMaxPages)
+        return nullptr;
+    const std::uint32_t area = m_PageArea[sizeClass];
+    auto* page = static_cast<unsigned char*>(m_System.allocate(area + sizeof(void*)));
+    if (!page)
+        return nullptr;
+    NextPageWord(page, sizeClass).store(nullptr, std::memory_order_relaxed);
+
+    const std::uint64_t classBits = std::uint64_t(sizeClass) << Memory::kClassShift;
+    if (sizeClass == kGeneralClass)
+    {
+        auto* header = reinterpret_cast<BlockHeader*>(page);
+        header->serial = 0;
+        header->reserved = 0;
+        header->Store(WithCount(classBits | Memory::kFirstOfPage | Memory::kLastOfPage, area), std::memory_order_relaxed);
+    }
+
+    PageRecord& entry = m_Pages[record];
+    entry.begin = page;
+    entry.end = page + area;
+    entry.fresh = sizeClass == kGeneralClass ? entry.end : page;
+    entry.sizeClass = sizeClass;
+    entry.strideMagic = sizeClass == kGeneralClass ? 0 : UINT64_MAX / m_BlockSize[sizeClass] + 1;
+    // Widen the range first: a reader that sees the new record also sees the range.
+    std::uintptr_t low = m_Lowest.load(std::memory_order_relaxed);
+    if (reinterpret_cast<std::uintptr_t>(page) < low)
+        m_Lowest.store(reinterpret_cast<std::uintptr_t>(page), std::memory_order_relaxed);
+    if (reinterpret_cast<std::uintptr_t>(entry.end) > m_Highest.load(std::memory_order_relaxed))
+        m_Highest.store(reinterpret_cast<std::uintptr_t>(entry.end), std::memory_order_relaxed);
+    m_PageRecords.store(record + 1, std::memory_order_release);
+
+    if (m_LastPage[sizeClass])
+        NextPageWord(m_LastPage[sizeClass], sizeClass).store(page, std::memory_order_release);
+    else
+        m_FirstPage[sizeClass] = page;
+    m_LastPage[sizeClass] = page;
+    ++m_PageCount[sizeClass];
+    if (sizeClass != kGeneralClass && !m_CursorPage[sizeClass])
+    {
+        m_Cursor[sizeClass] = reinterpret_cast<BlockHeader*>(page);
+        m_CursorPage[sizeClass] = &entry;
+    }
+    return page;
+}
+
+inline const MemoryManager::PageRecord* MemoryManager::FindPage(std::uintptr_t value) const
+{
+    const auto* address = reinterpret_cast<const unsigned char*>(value);
+    const int records = m_PageRecords.load(std::memory_order_acquire);
+    if (value < m_Lowest.load(std::memory_order_relaxed) || value >= m_Highest.load(std::memory_order_relaxed))
+        return nullptr;
+    for (int index = 0; index < records; ++index)
+    {
+        const PageRecord& page = m_Pages[index];
+        if (address >= page.begin && address < page.end)
+            return &page;
+    }
+    return nullptr;
+}
+
+void MemoryManager::Free(void* pointer)
+{
+    const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(pointer) - kHeaderSize;
+    const PageRecord* page = FindPage(address);
+    // The common path: a fixed-class block onto the thread's own stack, no lock.
+    if (page && page->sizeClass != kGeneralClass && address < reinterpret_cast<std::uintptr_t>(FreshOf(*page)) &&
+        IsMultiple(static_cast<std::uint64_t>(address - reinterpret_cast<std::uintptr_t>(page->begin)),
+                   page->strideMagic)) [[likely]]
+    {
+        const int sizeClass = page->sizeClass;
+        auto* header = reinterpret_cast<BlockHeader*>(address);
+        const std::uint64_t state = header->Load(std::memory_order_relaxed);
+        if ((state & Memory::kInUse) == 0)
+            return;
+        // A reporting thread's number is negative for the while, so it uses no stack.
+        ThreadCache* cache = CacheFor(Memory::CurrentThreadSlot());
+        if (cache && cache->count[sizeClass] < kStackDepth) [[likely]]
+        {
+            header->Store((state & ~Memory::kInUse) | Memory::kHeldByThread);
+            cache->blocks[sizeClass][cache->count[sizeClass]++] = header;
+        }
+        else
+        {
+            header->Store(state & ~Memory::kInUse);
+        }
+        CountFree(sizeClass, cache);
+        return;
+    }
+    FreeSlow(pointer, page);
+}
+
+void MemoryManager::FreeSlow(void* pointer, const PageRecord* page)
+{
+    if (!page)
+    {
+        if (pointer)
+        {
+            m_ForeignFrees.fetch_add(1, std::memory_order_relaxed);
+            std::free(pointer);
+        }
+        return;
+    }
+    if (page->sizeClass != kGeneralClass)
+    {
+        LOG("ERROR", "Bad free address");
+        return;
+    }
+    auto* header = BlockHeader::Of(pointer);
+    std::lock_guard<std::mutex> lock(m_Lock);
+    const std::uint64_t state = header->Load(std::memory_order_relaxed);
+    if ((state & Memory::kInUse) == 0)
+        return;
+    header->Store(state & ~Memory::kInUse);
+    CountFree(kGeneralClass, CacheFor(Memory::CurrentThreadSlot()));
+}
+
+void MemoryManager::ReportOutOfMemory()
+{
+    if (t_Reporting)
+        return;
+    // Meanwhile the thread's allocations go to malloc and its frees skip its stacks.
+    t_Reporting = true;
+    const int slot = Memory::t_ThreadSlot;
+    Memory::t_ThreadSlot = -3;
+    FATAL_ERROR_IN("Engine::MemoryManager::AllocatePage", "Out of memory.  Sorry.");
+    Memory::t_ThreadSlot = slot;
+    t_Reporting = false;
+}
+
+MemoryStatistics MemoryManager::Statistics() const
+{
+    MemoryStatistics result;
+    for (int index = 0; index < kClassCount; ++index)
+    {
+        MemoryClassStatistics& entry = result.classes[index];
+        entry.allocations = m_SharedAllocations[index].load(std::memory_order_relaxed);
+        entry.frees = m_SharedFrees[index].load(std::memory_order_relaxed);
+        for (const ThreadCache& cache : m_Caches)
+        {
+            entry.allocations += cache.allocations[index].load(std::memory_order_relaxed);
+            entry.frees += cache.frees[index].load(std::memory_order_relaxed);
+        }
+        entry.live = entry.allocations >= entry.frees ? entry.allocations - entry.frees : 0;
+        entry.pageSize = m_PageSize[index];
+        entry.blockSize = m_BlockSize[index];
+    }
+    {
+        std::lock_guard<std::mutex> lock(m_Lock);
+        for (int index = 0; index < kClassCount; ++index)
+            result.classes[index].pages = m_PageCount[index];
+    }
+    result.largeAllocations = m_LargeAllocations.load(std::memory_order_relaxed);
+    result.foreignFrees = m_ForeignFrees.load(std::memory_order_relaxed);
+    return result;
+}
+
+std::array<std::uint64_t, kClassCount> MemoryManager::CountBlocksInUse() const
+{
+    std::array<std::uint64_t, kClassCount> counts{};
+    std::lock_guard<std::mutex> lock(m_Lock);
+    const int records = m_PageRecords.load(std::memory_order_acquire);
+    for (int index = 0; index < records; ++index)
+    {
+        const PageRecord& page = m_Pages[index];
+        for (unsigned char* at = page.begin; at < page.fresh;)
+        {
+            const std::uint64_t state = reinterpret_cast<BlockHeader*>(at)->Load();
+            if (state & Memory::kInUse)
+                ++counts[page.sizeClass];
+            if (page.sizeClass == kGeneralClass)
+            {
+                if (CountOfState(state) == 0)
+                    break;
+                at += CountOfState(state);
+            }
+            else
+            {
+                at += m_BlockSize[page.sizeClass];
+            }
+        }
+    }
+    return counts;
+}
+
+MemoryBlockInfo MemoryManager::Inspect(void* pointer) const
+{
+    MemoryBlockInfo info;
+    if (!pointer)
+        return info;
+    auto* address = static_cast<unsigned char*>(pointer) - kHeaderSize;
+    const PageRecord* page = FindPage(reinterpret_cast<std::uintptr_t>(address));
+    if (!page || address >= FreshOf(*page) ||
+        (page->sizeClass != kGeneralClass &&
+                  !IsMultiple(static_cast<std::uint64_t>(address - page->begin), page->strideMagic)))
+        return info;
+    const auto* header = reinterpret_cast<const BlockHeader*>(address);
+    const std::uint64_t state = header->Load();
+    info.owned = true;
+    info.inUse = (state & Memory::kInUse) != 0;
+    info.heldByThread = (state & Memory::kHeldByThread) != 0;
+    info.sizeClass = ClassOfState(state);
+    if (info.sizeClass == kGeneralClass)
+        info.blockSize = CountOfState(state);
+    else
+        info.handOutCount = CountOfState(state);
+    info.serial = header->serial;
+    info.firstOfPage = (state & Memory::kFirstOfPage) != 0;
+    info.lastOfPage = (state & Memory::kLastOfPage) != 0;
+    info.debugMark = (state & Memory::kDebugMark) != 0;
+    return info;
+}
+}
