@@ -6,6 +6,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <map>
 #include <string>
@@ -80,6 +81,14 @@ int main(int argc, char** argv)
     {
         argc = 1;
         argv = &defaultArgs;
+    }
+    // jemalloc, loaded by the memory benchmarks with dlopen, needs more static thread-local room
+    // than the loader keeps by default; the tunable is read only at start, so the program starts
+    // itself again with it.
+    if (!std::getenv("GLIBC_TUNABLES") && argv[0] != defaultArgs)
+    {
+        setenv("GLIBC_TUNABLES", "glibc.rtld.optional_static_tls=65536", 1);
+        execv("/proc/self/exe", argv);
     }
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
