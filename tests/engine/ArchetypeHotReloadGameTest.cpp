@@ -1,13 +1,11 @@
 // The built Game binary, headless, on a data folder of the test's own: a script
 // makes an object from an archetype, rewrites the archetype's file while the
 // game runs, and makes objects until the reloaded archetype shows.
+#include "support/ShellCommand.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
-#include <cstdio>
 #include <filesystem>
 #include <string>
 
@@ -56,14 +54,9 @@ TEST(ArchetypeHotReloadGameTest, AFileEditedWhileTheGameRunsIsSeenByTheNextCreat
                                 "\" && SDL_VIDEODRIVER=offscreen SDL_AUDIODRIVER=dummy VORN_DIALOG_ANSWER=ignore "
                                 "VORN_APPDATA_DIR=\"" + folder.Path() + "AppData/\" \"" VORN_GAME_PATH "\" --frames=600 "
                                 "--datadir=\"" + folder.Path() + "Data/\" 2>&1";
-    std::string output;
-    FILE* pipe = popen(command.c_str(), "r");
-    ASSERT_NE(pipe, nullptr);
-    char buffer[4096];
-    while (std::fgets(buffer, sizeof buffer, pipe))
-        output += buffer;
-    const int status = pclose(pipe);
+    int exitCode = -1;
+    const std::string output = RunShellCommand(command, exitCode);
 
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << output;
+    EXPECT_EQ(exitCode, 0) << output;
     EXPECT_NE(output.find("reloaded: first 2 later 5 same id true"), std::string::npos) << output;
 }

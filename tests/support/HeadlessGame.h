@@ -3,9 +3,8 @@
 // the test's own, and everything it prints collected.
 #pragma once
 
-#include <sys/wait.h>
+#include "support/ShellCommand.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <string>
 
@@ -26,13 +25,6 @@ inline HeadlessGameRun RunHeadlessGame(const std::string& arguments, const std::
                                 answer + " VORN_APPDATA_DIR=\"" + appData.string() + "\" \"" VORN_GAME_PATH "\" " +
                                 arguments + " 2>&1";
     HeadlessGameRun run;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return run;
-    char buffer[4096];
-    while (std::fgets(buffer, sizeof buffer, pipe))
-        run.output += buffer;
-    const int status = pclose(pipe);
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    run.output = RunShellCommand(command, run.exitCode);
     return run;
 }

@@ -3,12 +3,10 @@
 #pragma once
 
 #include "Graphics_Engine/Model/ModelFile.h"
+#include "support/ShellCommand.h"
 
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
-#include <cstdio>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -29,14 +27,7 @@ inline ToolRun RunTool(const std::string& program, const std::string& arguments)
 {
     const std::string command = "\"" + program + "\" " + arguments + " 2>&1";
     ToolRun run;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return run;
-    char buffer[4096];
-    while (std::fgets(buffer, sizeof buffer, pipe))
-        run.Output += buffer;
-    const int status = pclose(pipe);
-    run.ExitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    run.Output = RunShellCommand(command, run.ExitCode);
     return run;
 }
 

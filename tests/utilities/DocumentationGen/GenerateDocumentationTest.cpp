@@ -2,6 +2,7 @@
 // classes, its fallbacks, and a real browser reading it.
 #include "utilities/DocumentationGen/GenerateDocumentation.h"
 
+#include "support/ShellCommand.h"
 #include "support/TempFolder.h"
 #include "utilities/DocumentationGen/DocumentationGroups.h"
 #include "utilities/DocumentationGen/GeneratedPages.h"
@@ -9,7 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
 
 namespace fs = std::filesystem;
@@ -21,15 +21,8 @@ const std::string kData = std::string(VORN_DATA_DIR) + "/";
 // Runs a shell command and gives what it printed.
 std::string RunCommand(const std::string& command)
 {
-    std::string output;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return output;
-    char buffer[4096];
-    while (std::fgets(buffer, sizeof buffer, pipe))
-        output += buffer;
-    pclose(pipe);
-    return output;
+    int exitCode = 0;
+    return RunShellCommand(command, exitCode);
 }
 }
 
