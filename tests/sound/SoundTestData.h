@@ -1,65 +1,37 @@
 // A data folder for the sound systems' tests: banks under "Banks/" and short
-// tones written as 16-bit WAV files under "Sounds/", and the SoundSystem opened
+// tones written as WAV files under "Sounds/" (support/SoundClips.h), and the SoundSystem opened
 // on it through the sound layer's loopback device, so that a test can render the
 // mix and measure it.
 //
 //   SoundTestData data;          // writes the folder, opens the sound system on it
-//   data.Render(0.1f);           // mixes 0.1 s; gives the left channel
-//   Level(data.Render(0.05f));   // its root mean square
+//   data.Render(0.1f);           // mixes 0.1 s, stereo
+//   Level(data.Render(0.05f));   // the left channel's root mean square
 #pragma once
 
 #include "engine/Files.h"
 #include "sound/SoundLimits.h"
 #include "sound/SoundSystem.h"
+#include "support/SoundClips.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <cstdint>
-#include <fstream>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace SoundTest
 {
-// Sample rate of the test clips.
-constexpr int kRate = 48000;
-
-// Writes a mono 16-bit WAV file of a sine of `amplitude` at `frequency` Hz lasting `seconds`.
-inline void WriteTone(const std::string& path, float seconds, float amplitude = 0.5f, float frequency = 1000.0f)
+// Writes a mono WAV file of a 1000 Hz sine of amplitude 0.5 lasting `seconds`.
+inline void WriteTone(const std::string& path, float seconds)
 {
-    const auto frames = static_cast<std::uint32_t>(seconds * kRate);
-    std::vector<std::int16_t> samples(frames);
-    for (std::uint32_t i = 0; i < frames; ++i)
-        samples[i] = static_cast<std::int16_t>(std::lround(
-            32767.0 * amplitude * std::sin(2.0 * 3.14159265358979 * frequency * i / kRate)));
-    std::ofstream out(path, std::ios::binary);
-    auto put32 = [&out](std::uint32_t value) { out.write(reinterpret_cast<const char*>(&value), 4); };
-    auto put16 = [&out](std::uint16_t value) { out.write(reinterpret_cast<const char*>(&value), 2); };
-    const std::uint32_t bytes = frames * 2;
-    out.write("RIFF", 4);
-    put32(36 + bytes);
-    out.write("WAVEfmt ", 8);
-    put32(16);
-    put16(1);      // PCM
-    put16(1);      // mono
-    put32(kRate);
-    put32(kRate * 2);
-    put16(2);
-    put16(16);
-    out.write("data", 4);
-    put32(bytes);
-    out.write(reinterpret_cast<const char*>(samples.data()), bytes);
+    SoundClips::Write(path, SoundClips::Tone(seconds, 0.5f, 1000.0f));
 }
 
-// The root mean square of samples.
-inline float Level(const std::vector<float>& samples)
+// The root mean square of the left channel of a stereo mix.
+inline float Level(const std::vector<float>& stereo)
 {
-    double sum = 0.0;
-    for (float sample : samples)
-        sum += double(sample) * sample;
-    return samples.empty() ? 0.0f : static_cast<float>(std::sqrt(sum / samples.size()));
+    return static_cast<float>(SoundClips::Rms(stereo, 0));
 }
 
 // One event of a test bank.
@@ -132,16 +104,13 @@ public:
         SoundSystem::Get().m_InitFlags = Studio::INIT_LOOPBACK;
         SoundSystem::Get().Initialize();
     }
-    // Mixes `seconds` of sound; the left channel's samples.
+    // Mixes `seconds` of sound; the stereo samples, interleaved.
     std::vector<float> Render(float seconds)
     {
         const int frames = static_cast<int>(seconds * SoundSystem::Get().m_Studio->getSampleRate());
         std::vector<float> stereo(static_cast<std::size_t>(frames) * 2);
         EXPECT_EQ(SoundSystem::Get().m_Studio->renderSamples(stereo.data(), frames), Studio::OK);
-        std::vector<float> left(static_cast<std::size_t>(frames));
-        for (int i = 0; i < frames; ++i)
-            left[i] = stereo[2 * static_cast<std::size_t>(i)];
-        return left;
+        return stereo;
     }
     // Writes a file into the folder.
     void Write(const std::string& name, const std::string& text) { m_Folder.Write(name, text); }
