@@ -1,7 +1,9 @@
 #include "engine/Memory/MemoryManager.h"
 
 #include "engine/Log.h"
+#include "platform/AddressSpace.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdlib>
 #include <new>
@@ -32,7 +34,10 @@ constexpr std::size_t RoundUp(std::size_t value, std::size_t alignment)
 bool IsMultiple(std::uint64_t n, std::uint64_t magic) { return n * magic <= magic - 1; }
 }
 
-MemoryManager::SystemAllocator MemoryManager::DefaultSystem() { return {std::malloc, std::free}; }
+MemoryManager::SystemMemory MemoryManager::DefaultSystem()
+{
+    return {Platform::ReserveAddressSpace, Platform::CommitAddressSpace, Platform::ReleaseAddressSpace};
+}
 
 MemoryManager& MemoryManager::Global()
 {
@@ -41,7 +46,7 @@ MemoryManager& MemoryManager::Global()
     return *manager;
 }
 
-MemoryManager::MemoryManager(std::uint32_t budget, SystemAllocator system) : m_System(system)
+MemoryManager::MemoryManager(std::uint32_t budget, SystemMemory system) : m_System(system)
 {
     m_PageSize = Memory::ComputePageSizes(budget, kHeaderSize, kAlignment);
     for (int index = 0; index < kFixedClassCount; ++index)
@@ -54,6 +59,17 @@ MemoryManager::MemoryManager(std::uint32_t budget, SystemAllocator system) : m_S
     const std::size_t half = m_PageSize[kGeneralClass] / 2;
     m_LargestGeneral = half >= kHeaderSize + kAlignment ? (half / kAlignment * kAlignment) - kHeaderSize : 0;
 
+    // One slot holds the largest page and its next-page word, in whole system pages; a smaller
+    // reservation is tried while the full one cannot be had.
+    std::size_t largest = 0;
+    for (int index = 0; index < kClassCount; ++index)
+        largest = std::max<std::size_t>(largest, m_PageArea[index] + sizeof(void*));
+    m_SlotShift = std::max(16, static_cast<int>(std::bit_width(largest - 1)));
+    for (int slots = kMaxPages; slots >= 1 && !m_Base; slots /= 2)
+        if ((m_Base = static_cast<unsigned char*>(m_System.reserve(std::size_t(slots) << m_SlotShift))))
+            m_SlotCount = slots;
+    m_BaseAddress = reinterpret_cast<std::uintptr_t>(m_Base);
+
     // A class whose first page cannot be had tries again, and reports, at its first allocation.
     std::lock_guard<std::mutex> lock(m_Lock);
     for (int index = 0; index < kClassCount; ++index)
@@ -63,16 +79,8 @@ MemoryManager::MemoryManager(std::uint32_t budget, SystemAllocator system) : m_S
 
 MemoryManager::~MemoryManager()
 {
-    for (int index = 0; index < kClassCount; ++index)
-    {
-        unsigned char* page = m_FirstPage[index];
-        while (page)
-        {
-            unsigned char* next = NextPageWord(page, index).load(std::memory_order_relaxed);
-            m_System.release(page);
-            page = next;
-        }
-    }
+    if (m_Base)
+        m_System.release(m_Base, std::size_t(m_SlotCount) << m_SlotShift);
 }
 
 int MemoryManager::ClassFor(std::size_t size)
@@ -97,9 +105,8 @@ void* MemoryManager::Allocate(std::size_t size)
     {
         const int sizeClass = ClassFor(size);
         ThreadCache& cache = m_Caches[slot];
-        if (cache.count[sizeClass] != 0) [[likely]]
+        if (BlockHeader* header = cache.stacks[sizeClass].Pop()) [[likely]]
         {
-            BlockHeader* header = cache.blocks[sizeClass][--cache.count[sizeClass]];
             Take(header, header->Load(std::memory_order_relaxed), &cache);
             return header->Payload();
         }
@@ -122,18 +129,21 @@ void* MemoryManager::AllocateSlow(std::size_t size)
 void* MemoryManager::AllocateFixed(int sizeClass, int slot)
 {
     ThreadCache* cache = CacheFor(slot);
-    if (cache && cache->count[sizeClass] != 0)
-    {
-        BlockHeader* header = cache->blocks[sizeClass][--cache->count[sizeClass]];
-        Take(header, header->Load(std::memory_order_relaxed), cache);
-        return header->Payload();
-    }
+    if (cache)
+        if (BlockHeader* header = cache->stacks[sizeClass].Pop())
+        {
+            Take(header, header->Load(std::memory_order_relaxed), cache);
+            return header->Payload();
+        }
     BlockHeader* header;
     {
         std::lock_guard<std::mutex> lock(m_Lock);
         header = ScanFixed(sizeClass);
         if (header)
+        {
             Take(header, header->Load(std::memory_order_relaxed), cache);
+            CountAllocation(sizeClass, cache);
+        }
     }
     if (!header)
     {
@@ -194,7 +204,6 @@ inline void MemoryManager::Take(BlockHeader* header, std::uint64_t state, Thread
         taken |= Memory::kDebugMark;
     header->serial = NextSerial(cache);
     header->Store(taken, std::memory_order_relaxed);
-    CountAllocation(ClassOfState(state), cache);
 }
 
 inline std::uint32_t MemoryManager::NextSerial(ThreadCache* cache)
@@ -337,11 +346,11 @@ BlockHeader* MemoryManager::FirstFitGeneral(std::size_t need)
 unsigned char* MemoryManager::AllocatePage(int sizeClass)
 {
     const int record = m_PageRecords.load(std::memory_order_relaxed);
-    if (record >= kMaxPages)
+    if (record >= m_SlotCount)
         return nullptr;
     const std::uint32_t area = m_PageArea[sizeClass];
-    auto* page = static_cast<unsigned char*>(m_System.allocate(area + sizeof(void*)));
-    if (!page)
+    unsigned char* page = m_Base + (std::size_t(record) << m_SlotShift);
+    if (!m_System.commit(page, area + sizeof(void*)))
         return nullptr;
     NextPageWord(page, sizeClass).store(nullptr, std::memory_order_relaxed);
 
@@ -360,12 +369,6 @@ unsigned char* MemoryManager::AllocatePage(int sizeClass)
     entry.fresh = sizeClass == kGeneralClass ? entry.end : page;
     entry.sizeClass = sizeClass;
     entry.strideMagic = sizeClass == kGeneralClass ? 0 : UINT64_MAX / m_BlockSize[sizeClass] + 1;
-    // Widen the range first: a reader that sees the new record also sees the range.
-    std::uintptr_t low = m_Lowest.load(std::memory_order_relaxed);
-    if (reinterpret_cast<std::uintptr_t>(page) < low)
-        m_Lowest.store(reinterpret_cast<std::uintptr_t>(page), std::memory_order_relaxed);
-    if (reinterpret_cast<std::uintptr_t>(entry.end) > m_Highest.load(std::memory_order_relaxed))
-        m_Highest.store(reinterpret_cast<std::uintptr_t>(entry.end), std::memory_order_relaxed);
     m_PageRecords.store(record + 1, std::memory_order_release);
 
     if (m_LastPage[sizeClass])
@@ -382,25 +385,10 @@ unsigned char* MemoryManager::AllocatePage(int sizeClass)
     return page;
 }
 
-inline const MemoryManager::PageRecord* MemoryManager::FindPage(std::uintptr_t value) const
-{
-    const auto* address = reinterpret_cast<const unsigned char*>(value);
-    const int records = m_PageRecords.load(std::memory_order_acquire);
-    if (value < m_Lowest.load(std::memory_order_relaxed) || value >= m_Highest.load(std::memory_order_relaxed))
-        return nullptr;
-    for (int index = 0; index < records; ++index)
-    {
-        const PageRecord& page = m_Pages[index];
-        if (address >= page.begin && address < page.end)
-            return &page;
-    }
-    return nullptr;
-}
-
 void MemoryManager::Free(void* pointer)
 {
     const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(pointer) - kHeaderSize;
-    const PageRecord* page = FindPage(address);
+    const PageRecord* page = SlotPage(address);
     // The common path: a fixed-class block onto the thread's own stack, no lock.
     if (page && page->sizeClass != kGeneralClass && address < reinterpret_cast<std::uintptr_t>(FreshOf(*page)) &&
         IsMultiple(static_cast<std::uint64_t>(address - reinterpret_cast<std::uintptr_t>(page->begin)),
@@ -413,16 +401,13 @@ void MemoryManager::Free(void* pointer)
             return;
         // A reporting thread's number is negative for the while, so it uses no stack.
         ThreadCache* cache = CacheFor(Memory::CurrentThreadSlot());
-        if (cache && cache->count[sizeClass] < kStackDepth) [[likely]]
-        {
-            header->Store((state & ~Memory::kInUse) | Memory::kHeldByThread);
-            cache->blocks[sizeClass][cache->count[sizeClass]++] = header;
-        }
-        else
+        // Marked held before it is pushed, so that no scan takes it meanwhile.
+        header->Store((state & ~Memory::kInUse) | Memory::kHeldByThread);
+        if (!cache || !cache->stacks[sizeClass].Push(header)) [[unlikely]]
         {
             header->Store(state & ~Memory::kInUse);
+            CountFree(sizeClass, cache);
         }
-        CountFree(sizeClass, cache);
         return;
     }
     FreeSlow(pointer, page);
@@ -430,7 +415,8 @@ void MemoryManager::Free(void* pointer)
 
 void MemoryManager::FreeSlow(void* pointer, const PageRecord* page)
 {
-    if (!page)
+    const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(pointer) - kHeaderSize;
+    if (!InReservation(address))
     {
         if (pointer)
         {
@@ -439,7 +425,10 @@ void MemoryManager::FreeSlow(void* pointer, const PageRecord* page)
         }
         return;
     }
-    if (page->sizeClass != kGeneralClass)
+    // In the reservation, a general block is the one place a pointer may be that the fast path
+    // did not take.
+    if (!page || page->sizeClass != kGeneralClass || address < reinterpret_cast<std::uintptr_t>(page->begin) ||
+        address >= reinterpret_cast<std::uintptr_t>(page->end))
     {
         LOG("ERROR", "Bad free address");
         return;
@@ -478,6 +467,11 @@ MemoryStatistics MemoryManager::Statistics() const
         {
             entry.allocations += cache.allocations[index].load(std::memory_order_relaxed);
             entry.frees += cache.frees[index].load(std::memory_order_relaxed);
+            if (index < kFixedClassCount)
+            {
+                entry.allocations += cache.stacks[index].pops.load(std::memory_order_relaxed);
+                entry.frees += cache.stacks[index].pushes.load(std::memory_order_relaxed);
+            }
         }
         entry.live = entry.allocations >= entry.frees ? entry.allocations - entry.frees : 0;
         entry.pageSize = m_PageSize[index];
@@ -527,8 +521,8 @@ MemoryBlockInfo MemoryManager::Inspect(void* pointer) const
     if (!pointer)
         return info;
     auto* address = static_cast<unsigned char*>(pointer) - kHeaderSize;
-    const PageRecord* page = FindPage(reinterpret_cast<std::uintptr_t>(address));
-    if (!page || address >= FreshOf(*page) ||
+    const PageRecord* page = SlotPage(reinterpret_cast<std::uintptr_t>(address));
+    if (!page || address < page->begin || address >= FreshOf(*page) ||
         (page->sizeClass != kGeneralClass &&
                   !IsMultiple(static_cast<std::uint64_t>(address - page->begin), page->strideMagic)))
         return info;

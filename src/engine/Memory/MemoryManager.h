@@ -5,6 +5,12 @@
 // carved from pages whose sizes split a 50 MiB budget by fixed weights (see
 // PageSizes.h). Pages are never given back while the manager lives.
 //
+// Pages come from one range of address space reserved when the manager is
+// made, cut into equal slots of a power of two bytes, one page a slot in the
+// order pages are made. The page that holds an address is thus found with a
+// subtraction and a shift, and an address outside the slots in use is known
+// not to be the manager's with one comparison.
+//
 // Fixed classes: a freed block goes on its thread's free stack (32 entries a
 // class) and the next allocation of that class on that thread takes it back
 // without a lock. With the stack empty, a next-fit scan under the manager's lock
@@ -89,26 +95,28 @@ struct MemoryBlockInfo
 class MemoryManager
 {
 public:
-    // Where pages come from and go back to.
-    struct SystemAllocator
+    // Where pages come from: a reservation of address space, backed piece by piece.
+    struct SystemMemory
     {
-        // Allocates bytes, or gives null.
-        void* (*allocate)(std::size_t);
-        // Gives back what allocate gave.
-        void (*release)(void*);
+        // Reserves bytes of address space, or gives null.
+        void* (*reserve)(std::size_t);
+        // Backs bytes of a reservation with memory; false when the system has none.
+        bool (*commit)(void*, std::size_t);
+        // Gives back a whole reservation.
+        void (*release)(void*, std::size_t);
     };
 
     // A manager over `budget` bytes of pages; makes the first page of every class.
-    explicit MemoryManager(std::uint32_t budget = Memory::kDefaultBudget, SystemAllocator system = DefaultSystem());
+    explicit MemoryManager(std::uint32_t budget = Memory::kDefaultBudget, SystemMemory system = DefaultSystem());
     // Gives every page back (private instances only; the global one is never destroyed).
     ~MemoryManager();
     MemoryManager(const MemoryManager&) = delete;
     MemoryManager& operator=(const MemoryManager&) = delete;
 
-    // The game's manager, made with malloc and free on first use and never destroyed.
+    // The game's manager, made on first use and never destroyed.
     static MemoryManager& Global();
-    // malloc and free.
-    static SystemAllocator DefaultSystem();
+    // The platform's address space calls.
+    static SystemMemory DefaultSystem();
 
     // A 16-byte aligned block of at least `size` bytes, or null when memory ran out.
     void* Allocate(std::size_t size);
@@ -124,6 +132,10 @@ public:
     std::uint32_t PageSize(int index) const { return m_PageSize[index]; }
     // Bytes of a block of fixed class `index`, header included.
     std::uint32_t BlockSize(int index) const { return m_BlockSize[index]; }
+    // Most pages the manager can make: the slots of its reservation.
+    int PageLimit() const { return m_SlotCount; }
+    // Bytes of address space from one page's start to the next one's.
+    std::size_t SlotSize() const { return std::size_t{1} << m_SlotShift; }
     // Blocks in one page of fixed class `index`.
     std::uint32_t BlocksPerPage(int index) const { return m_BlockSize[index] ? m_PageSize[index] / m_BlockSize[index] : 0; }
     // Turns the debug mark of newly taken blocks on or off.
@@ -149,18 +161,50 @@ private:
         // Reciprocal for the test "a whole number of blocks from the start".
         std::uint64_t strideMagic;
     };
-    // A thread's free stacks and counts, touched only by the thread holding its number.
+    static constexpr int kStackDepth = 32;
+    // One class's free stack of one thread. Its pushes and pops are also the thread's frees and
+    // allocations of the class that went through the stack, so the common paths count by moving
+    // the stack; the depth is their difference.
+    struct FreeStack
+    {
+        std::atomic<std::uint64_t> pushes;
+        std::atomic<std::uint64_t> pops;
+        Memory::BlockHeader* blocks[kStackDepth];
+
+        // The block freed last, taken off the stack, or null when the stack is empty.
+        Memory::BlockHeader* Pop()
+        {
+            const std::uint64_t popped = pops.load(std::memory_order_relaxed);
+            const std::uint64_t depth = pushes.load(std::memory_order_relaxed) - popped;
+            if (depth == 0)
+                return nullptr;
+            pops.store(popped + 1, std::memory_order_relaxed);
+            return blocks[depth - 1];
+        }
+        // Puts a block on the stack; false when the stack is full.
+        bool Push(Memory::BlockHeader* header)
+        {
+            const std::uint64_t pushed = pushes.load(std::memory_order_relaxed);
+            const std::uint64_t depth = pushed - pops.load(std::memory_order_relaxed);
+            if (depth >= kStackDepth)
+                return false;
+            blocks[depth] = header;
+            pushes.store(pushed + 1, std::memory_order_relaxed);
+            return true;
+        }
+    };
+    // A thread's free stacks and counts, written only by the thread holding its number.
     struct alignas(64) ThreadCache
     {
-        std::uint32_t count[Memory::kFixedClassCount];
-        Memory::BlockHeader* blocks[Memory::kFixedClassCount][32];
+        FreeStack stacks[Memory::kFixedClassCount];
+        // Allocations and frees that did not go through a stack.
         std::atomic<std::uint64_t> allocations[Memory::kClassCount];
         std::atomic<std::uint64_t> frees[Memory::kClassCount];
         std::uint32_t nextSerial;
         std::uint32_t serialsLeft;
     };
-    static constexpr int kStackDepth = 32;
-    static constexpr int kMaxPages = 4096;
+    // Slots reserved when the reservation can be had; fewer are tried when it cannot.
+    static constexpr int kMaxPages = 1024;
 
     // Everything but a block from the thread's own stack.
     [[gnu::noinline]] void* AllocateSlow(std::size_t size);
@@ -187,15 +231,30 @@ private:
     std::uint32_t NextSerial(ThreadCache* cache);
     void CountAllocation(int sizeClass, ThreadCache* cache);
     void CountFree(int sizeClass, ThreadCache* cache);
-    // The page holding the header at `address`, or null.
-    const PageRecord* FindPage(std::uintptr_t address) const;
+    // The page whose slot holds `address`, or null when the address lies in no slot in use.
+    const PageRecord* SlotPage(std::uintptr_t address) const
+    {
+        const std::uintptr_t index = (address - m_BaseAddress) >> m_SlotShift;
+        return index < static_cast<std::uintptr_t>(m_PageRecords.load(std::memory_order_acquire)) ? &m_Pages[index]
+                                                                                                   : nullptr;
+    }
+    // True when `address` lies in the manager's reservation.
+    bool InReservation(std::uintptr_t address) const
+    {
+        return address - m_BaseAddress < (std::uintptr_t{static_cast<unsigned>(m_SlotCount)} << m_SlotShift);
+    }
     // Reports that no page could be had, outside the lock.
     void ReportOutOfMemory();
     // The next-page word of a page.
     std::atomic_ref<unsigned char*> NextPageWord(unsigned char* page, int sizeClass) const;
     ThreadCache* CacheFor(int slot) { return slot >= 0 ? &m_Caches[slot] : nullptr; }
 
-    SystemAllocator m_System;
+    SystemMemory m_System;
+    // The reservation: m_SlotCount slots of 2^m_SlotShift bytes from m_BaseAddress.
+    unsigned char* m_Base = nullptr;
+    std::uintptr_t m_BaseAddress = 0;
+    int m_SlotShift = 0;
+    int m_SlotCount = 0;
     std::atomic<bool> m_Debug{false};
     std::array<std::uint32_t, Memory::kClassCount> m_PageSize{};
     std::array<std::uint32_t, Memory::kClassCount> m_BlockSize{};
@@ -210,9 +269,8 @@ private:
     std::array<PageRecord*, Memory::kClassCount> m_CursorPage{};
     std::array<std::uint32_t, Memory::kClassCount> m_PageCount{};
     PageRecord m_Pages[kMaxPages];
+    // Pages made so far; page i lies in slot i.
     std::atomic<int> m_PageRecords{0};
-    std::atomic<std::uintptr_t> m_Lowest{UINTPTR_MAX};
-    std::atomic<std::uintptr_t> m_Highest{0};
 
     std::atomic<std::uint32_t> m_Serial{1};
     // Counts of threads without a number.

@@ -1,6 +1,7 @@
 #include "engine/Memory/MemoryManager.h"
 
 #include "MemoryManagerTestSupport.h"
+#include "platform/AddressSpace.h"
 #include "platform/Dialog.h"
 
 #include <gtest/gtest.h>
@@ -261,14 +262,22 @@ TEST(MemoryManagerTest, TheDebugSwitchMarksBlocksTakenWhileItIsOn)
 namespace
 {
 int g_PagesGiven = 0;
-void* FailingAllocate(std::size_t) { return nullptr; }
-void* OnePageAllocate(std::size_t size) { return g_PagesGiven++ < 9 ? std::malloc(size) : nullptr; }
+bool FailingCommit(void*, std::size_t) { return false; }
+// Backs the first page of every class, then no more.
+bool OnePageCommit(void* address, std::size_t bytes)
+{
+    return g_PagesGiven++ < 9 && Platform::CommitAddressSpace(address, bytes);
+}
+MemoryManager::SystemMemory WithCommit(bool (*commit)(void*, std::size_t))
+{
+    return {Platform::ReserveAddressSpace, commit, Platform::ReleaseAddressSpace};
+}
 }
 
 TEST(MemoryManagerTest, NoPageRaisesOutOfMemoryAndTheAllocationGivesNull)
 {
     Platform::SetDialogPolicy(Platform::DialogPolicy::Retry);
-    MemoryManager manager(Engine::Memory::kDefaultBudget, {FailingAllocate, std::free});
+    MemoryManager manager(Engine::Memory::kDefaultBudget, WithCommit(FailingCommit));
     testing::internal::CaptureStderr();
     EXPECT_EQ(manager.Allocate(16), nullptr);
     EXPECT_EQ(manager.Allocate(3000), nullptr);
@@ -282,7 +291,7 @@ TEST(MemoryManagerTest, AFullClassWhoseNextPageFailsGivesNullAndTheOthersGoOn)
 {
     Platform::SetDialogPolicy(Platform::DialogPolicy::Retry);
     g_PagesGiven = 0;
-    MemoryManager manager(kSmallBudget, {OnePageAllocate, std::free});
+    MemoryManager manager(kSmallBudget, WithCommit(OnePageCommit));
     std::vector<void*> blocks;
     for (std::uint32_t index = 0; index < manager.BlocksPerPage(7); ++index)
         blocks.push_back(manager.Allocate(1000));
