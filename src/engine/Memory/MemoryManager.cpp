@@ -85,11 +85,9 @@ MemoryManager::~MemoryManager()
 
 int MemoryManager::ClassFor(std::size_t size)
 {
-    if (size <= 8)
-        return 0;
     if (size > 1024)
         return kGeneralClass;
-    return std::bit_width(size - 1) - 3;
+    return std::bit_width(std::max<std::size_t>(size, 8) - 1) - 3;
 }
 
 std::atomic_ref<unsigned char*> MemoryManager::NextPageWord(unsigned char* page, int sizeClass) const
@@ -175,8 +173,8 @@ void* MemoryManager::AllocateGeneral(std::size_t size, int slot)
                 state = WithCount(state & ~Memory::kLastOfPage, static_cast<std::uint32_t>(need));
             }
             header->serial = NextSerial(CacheFor(slot));
-            const bool debug = m_Debug.load(std::memory_order_relaxed);
-            header->Store(state | Memory::kInUse | (debug ? Memory::kDebugMark : 0), std::memory_order_release);
+            header->Store(state | Memory::kInUse | m_DebugMark.load(std::memory_order_relaxed),
+                          std::memory_order_release);
             CountAllocation(kGeneralClass, CacheFor(slot));
         }
     }
@@ -197,11 +195,9 @@ void* MemoryManager::AllocateLarge(std::size_t size)
 inline void MemoryManager::Take(BlockHeader* header, std::uint64_t state, ThreadCache* cache)
 {
     std::uint32_t count = CountOfState(state);
-    if (count < Memory::kMaxHandOutCount)
-        ++count;
-    std::uint64_t taken = (state & 0x7E) | Memory::kInUse | (std::uint64_t{count} << Memory::kCountShift);
-    if (m_Debug.load(std::memory_order_relaxed))
-        taken |= Memory::kDebugMark;
+    count += count < Memory::kMaxHandOutCount;
+    const std::uint64_t taken = (state & 0x7E) | Memory::kInUse | (std::uint64_t{count} << Memory::kCountShift) |
+                                m_DebugMark.load(std::memory_order_relaxed);
     header->serial = NextSerial(cache);
     header->Store(taken, std::memory_order_relaxed);
 }
@@ -210,14 +206,15 @@ inline std::uint32_t MemoryManager::NextSerial(ThreadCache* cache)
 {
     if (!cache)
         return m_Serial.fetch_add(1, std::memory_order_relaxed);
-    if (cache->serialsLeft == 0)
+    std::uint32_t serial = cache->nextSerial;
+    if (serial == cache->serialEnd) [[unlikely]]
     {
         constexpr std::uint32_t kBatch = 256;
-        cache->nextSerial = m_Serial.fetch_add(kBatch, std::memory_order_relaxed);
-        cache->serialsLeft = kBatch;
+        serial = m_Serial.fetch_add(kBatch, std::memory_order_relaxed);
+        cache->serialEnd = serial + kBatch;
     }
-    --cache->serialsLeft;
-    return cache->nextSerial++;
+    cache->nextSerial = serial + 1;
+    return serial;
 }
 
 inline void MemoryManager::CountAllocation(int sizeClass, ThreadCache* cache)
@@ -389,26 +386,23 @@ void MemoryManager::Free(void* pointer)
 {
     const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(pointer) - kHeaderSize;
     const PageRecord* page = SlotPage(address);
-    // The common path: a fixed-class block onto the thread's own stack, no lock.
-    if (page && page->sizeClass != kGeneralClass && address < reinterpret_cast<std::uintptr_t>(FreshOf(*page)) &&
+    const int slot = Memory::t_ThreadSlot;
+    // The common path: a block of a fixed class, in use, onto the thread's own stack with room,
+    // no lock. Everything else (and a thread without its number yet) goes the slow way.
+    if (page && slot >= 0 && page->sizeClass != kGeneralClass &&
+        address < reinterpret_cast<std::uintptr_t>(FreshOf(*page)) &&
         IsMultiple(static_cast<std::uint64_t>(address - reinterpret_cast<std::uintptr_t>(page->begin)),
                    page->strideMagic)) [[likely]]
     {
-        const int sizeClass = page->sizeClass;
         auto* header = reinterpret_cast<BlockHeader*>(address);
         const std::uint64_t state = header->Load(std::memory_order_relaxed);
-        if ((state & Memory::kInUse) == 0)
-            return;
-        // A reporting thread's number is negative for the while, so it uses no stack.
-        ThreadCache* cache = CacheFor(Memory::CurrentThreadSlot());
-        // Marked held before it is pushed, so that no scan takes it meanwhile.
-        header->Store((state & ~Memory::kInUse) | Memory::kHeldByThread);
-        if (!cache || !cache->stacks[sizeClass].Push(header)) [[unlikely]]
+        FreeStack& stack = m_Caches[slot].stacks[page->sizeClass];
+        if ((state & Memory::kInUse) && !stack.Full()) [[likely]]
         {
-            header->Store(state & ~Memory::kInUse);
-            CountFree(sizeClass, cache);
+            header->Store((state & ~Memory::kInUse) | Memory::kHeldByThread);
+            stack.Push(header);
+            return;
         }
-        return;
     }
     FreeSlow(pointer, page);
 }
@@ -425,21 +419,47 @@ void MemoryManager::FreeSlow(void* pointer, const PageRecord* page)
         }
         return;
     }
-    // In the reservation, a general block is the one place a pointer may be that the fast path
-    // did not take.
-    if (!page || page->sizeClass != kGeneralClass || address < reinterpret_cast<std::uintptr_t>(page->begin) ||
-        address >= reinterpret_cast<std::uintptr_t>(page->end))
+    // In the reservation, a pointer must be at a block of a page: of a fixed class, a whole number
+    // of blocks from the page's start and before its untouched blocks.
+    const bool atBlock = page && address < reinterpret_cast<std::uintptr_t>(page->end) &&
+                         (page->sizeClass == kGeneralClass ||
+                          (address < reinterpret_cast<std::uintptr_t>(FreshOf(*page)) &&
+                           IsMultiple(address - reinterpret_cast<std::uintptr_t>(page->begin), page->strideMagic)));
+    if (!atBlock)
     {
         LOG("ERROR", "Bad free address");
         return;
     }
     auto* header = BlockHeader::Of(pointer);
+    if (page->sizeClass != kGeneralClass)
+    {
+        FreeFixed(header, page->sizeClass);
+        return;
+    }
     std::lock_guard<std::mutex> lock(m_Lock);
     const std::uint64_t state = header->Load(std::memory_order_relaxed);
     if ((state & Memory::kInUse) == 0)
         return;
     header->Store(state & ~Memory::kInUse);
     CountFree(kGeneralClass, CacheFor(Memory::CurrentThreadSlot()));
+}
+
+void MemoryManager::FreeFixed(BlockHeader* header, int sizeClass)
+{
+    const std::uint64_t state = header->Load(std::memory_order_relaxed);
+    if ((state & Memory::kInUse) == 0)
+        return;
+    // A reporting thread's number is negative for the while, so it uses no stack.
+    ThreadCache* cache = CacheFor(Memory::CurrentThreadSlot());
+    if (cache && !cache->stacks[sizeClass].Full())
+    {
+        header->Store((state & ~Memory::kInUse) | Memory::kHeldByThread);
+        cache->stacks[sizeClass].Push(header);
+        return;
+    }
+    // A full stack: the block is only marked free, and a later scan finds it.
+    header->Store(state & ~Memory::kInUse);
+    CountFree(sizeClass, cache);
 }
 
 void MemoryManager::ReportOutOfMemory()

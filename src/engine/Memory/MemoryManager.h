@@ -139,7 +139,7 @@ public:
     // Blocks in one page of fixed class `index`.
     std::uint32_t BlocksPerPage(int index) const { return m_BlockSize[index] ? m_PageSize[index] / m_BlockSize[index] : 0; }
     // Turns the debug mark of newly taken blocks on or off.
-    void SetDebug(bool on) { m_Debug.store(on, std::memory_order_relaxed); }
+    void SetDebug(bool on) { m_DebugMark.store(on ? Memory::kDebugMark : 0, std::memory_order_relaxed); }
 
     // The counts of every class.
     MemoryStatistics Statistics() const;
@@ -181,16 +181,17 @@ private:
             pops.store(popped + 1, std::memory_order_relaxed);
             return blocks[depth - 1];
         }
-        // Puts a block on the stack; false when the stack is full.
-        bool Push(Memory::BlockHeader* header)
+        // True when the stack holds kStackDepth blocks.
+        bool Full() const
+        {
+            return pushes.load(std::memory_order_relaxed) - pops.load(std::memory_order_relaxed) >= kStackDepth;
+        }
+        // Puts a block on a stack that is not full.
+        void Push(Memory::BlockHeader* header)
         {
             const std::uint64_t pushed = pushes.load(std::memory_order_relaxed);
-            const std::uint64_t depth = pushed - pops.load(std::memory_order_relaxed);
-            if (depth >= kStackDepth)
-                return false;
-            blocks[depth] = header;
+            blocks[pushed - pops.load(std::memory_order_relaxed)] = header;
             pushes.store(pushed + 1, std::memory_order_relaxed);
-            return true;
         }
     };
     // A thread's free stacks and counts, written only by the thread holding its number.
@@ -200,8 +201,9 @@ private:
         // Allocations and frees that did not go through a stack.
         std::atomic<std::uint64_t> allocations[Memory::kClassCount];
         std::atomic<std::uint64_t> frees[Memory::kClassCount];
+        // The thread's next serial and the end of its batch.
         std::uint32_t nextSerial;
-        std::uint32_t serialsLeft;
+        std::uint32_t serialEnd;
     };
     // Slots reserved when the reservation can be had; fewer are tried when it cannot.
     static constexpr int kMaxPages = 1024;
@@ -209,8 +211,11 @@ private:
     // Everything but a block from the thread's own stack.
     [[gnu::noinline]] void* AllocateSlow(std::size_t size);
     void* AllocateFixed(int sizeClass, int slot);
-    // Frees of the general pool, foreign pointers and bad addresses.
+    // Frees of the general pool, foreign pointers, bad addresses, double frees, full stacks and
+    // threads without a number.
     [[gnu::noinline]] void FreeSlow(void* pointer, const PageRecord* page);
+    // A fixed-class free off the common path.
+    void FreeFixed(Memory::BlockHeader* header, int sizeClass);
     void* AllocateGeneral(std::size_t size, int slot);
     void* AllocateLarge(std::size_t size);
     // Scan of a fixed class under the lock; null when no page could be had.
@@ -255,7 +260,8 @@ private:
     std::uintptr_t m_BaseAddress = 0;
     int m_SlotShift = 0;
     int m_SlotCount = 0;
-    std::atomic<bool> m_Debug{false};
+    // The debug mark while the debug switch is on, else 0: or-ed into the state of each block taken.
+    std::atomic<std::uint64_t> m_DebugMark{0};
     std::array<std::uint32_t, Memory::kClassCount> m_PageSize{};
     std::array<std::uint32_t, Memory::kClassCount> m_BlockSize{};
     // Bytes of blocks in a page (the page size rounded down to the alignment for the general pool).
