@@ -5,9 +5,10 @@
 #   ./setup.sh          build the game into build/
 #   ./setup.sh test     build the sanitized test configuration into build-test/
 #                       and run every test
-#   ./setup.sh tsan     build the threaded code (the lanes module and its tests, and
-#                       lanes writing script variables into the engine's Lua state)
-#                       with ThreadSanitizer into build-tsan/ and run those tests
+#   ./setup.sh tsan     build the threaded code (the lanes module and its tests,
+#                       lanes writing script variables into the engine's Lua state, and
+#                       the memory manager) with ThreadSanitizer into build-tsan/ and
+#                       run those tests
 #   ./setup.sh fuzz [seconds] [text | cursor | archetype | room | shader | kbm | kba | bank]
 #                       build the libFuzzer targets with clang into build-fuzz/
 #                       and fuzz one reader (default 600 seconds): the text
@@ -64,7 +65,7 @@ case "${1:-}" in
     ;;
   tsan)
     cmake -S . -B build-tsan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVORN_TSAN=ON -DVORN_BENCH=OFF >/dev/null
-    cmake --build build-tsan -j "$jobs" --target vorn_lanes_tests vorn_lane_engine_tests
+    cmake --build build-tsan -j "$jobs" --target vorn_lanes_tests vorn_lane_engine_tests vorn_memory_tests
     ctest --test-dir build-tsan --output-on-failure -j "$jobs" --timeout 300
     ;;
   fuzz)
