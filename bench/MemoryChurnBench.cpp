@@ -3,6 +3,8 @@
 // one thread and on two. Engine::MemoryManager (a private instance) runs beside
 // glibc malloc, mimalloc and jemalloc in the same run; each pair prints a ratio,
 // "MemoryChurnVsGlibc/threads:1 : 0.5x" meaning the manager takes half glibc's time.
+// MemoryChurnVsBareList sets the manager beside the least an allocator can do
+// here (a free list per size, nothing checked or counted), the floor of the churn.
 //
 // mimalloc and jemalloc are loaded with dlopen and called through their own
 // names (mi_malloc/mi_free, mallocx/dallocx), so that neither replaces the
@@ -111,6 +113,49 @@ const Allocator& Jemalloc()
     return allocator;
 }
 
+// The floor of the churn: a free list per 16-byte size step, threaded through a one-word header in
+// front of each block, and nothing else (no owner check, no counts, no flags, one thread only). Its
+// blocks come from a fixed arena; the churn's peak use stays under a megabyte.
+struct BareList
+{
+    static constexpr std::size_t kArenaBytes = 16 << 20;
+    std::array<unsigned char*, 20> heads{};
+    std::size_t used = 0;
+    alignas(16) unsigned char arena[kArenaBytes];
+};
+BareList g_Bare;
+
+void* BareAllocate(std::size_t size)
+{
+    const std::size_t step = (size + 15) >> 4;
+    unsigned char* block = g_Bare.heads[step];
+    if (block)
+        g_Bare.heads[step] = *reinterpret_cast<unsigned char**>(block + 8);
+    else
+    {
+        if (g_Bare.used + (step << 4) + 16 > BareList::kArenaBytes)
+            std::abort();
+        block = g_Bare.arena + g_Bare.used;
+        g_Bare.used += (step << 4) + 16;
+        *reinterpret_cast<std::size_t*>(block) = step;
+    }
+    return block + 16;
+}
+
+void BareFree(void* pointer)
+{
+    unsigned char* block = static_cast<unsigned char*>(pointer) - 16;
+    const std::size_t step = *reinterpret_cast<std::size_t*>(block);
+    *reinterpret_cast<unsigned char**>(block + 8) = g_Bare.heads[step];
+    g_Bare.heads[step] = block;
+}
+
+const Allocator& Bare()
+{
+    static const Allocator allocator{BareAllocate, BareFree, {}};
+    return allocator;
+}
+
 // Request sizes of 8 to 256 bytes, mostly small, as the engine's strings, nodes and binds are.
 const std::array<std::uint16_t, 4096>& ChurnSizes()
 {
@@ -173,10 +218,10 @@ void Churn(benchmark::State& state, const Allocator& allocator)
     state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * kOperationsPerIteration);
 }
 
-void RegisterPair(const char* name, const Allocator& (*reference)())
+void RegisterPair(const char* name, const Allocator& (*reference)(), std::initializer_list<int> threadCounts = {1, 2})
 {
     const std::string engineName = std::string("MemoryChurnVs") + name;
-    for (int threads : {1, 2})
+    for (int threads : threadCounts)
     {
         benchmark::RegisterBenchmark(engineName.c_str(), [](benchmark::State& state) { Churn(state, Manager()); })
             ->Threads(threads)
@@ -193,6 +238,7 @@ const bool g_Registered = [] {
     RegisterPair("Glibc", Glibc);
     RegisterPair("Mimalloc", Mimalloc);
     RegisterPair("Jemalloc", Jemalloc);
+    RegisterPair("BareList", Bare, {1});
     return true;
 }();
 

@@ -103,7 +103,7 @@ void* MemoryManager::Allocate(std::size_t size)
     {
         const int sizeClass = ClassFor(size);
         ThreadCache& cache = m_Caches[slot];
-        if (BlockHeader* header = cache.stacks[sizeClass].Pop()) [[likely]]
+        if (BlockHeader* header = cache.Pop(sizeClass)) [[likely]]
         {
             Take(header, header->Load(std::memory_order_relaxed), &cache);
             return header->Payload();
@@ -128,7 +128,7 @@ void* MemoryManager::AllocateFixed(int sizeClass, int slot)
 {
     ThreadCache* cache = CacheFor(slot);
     if (cache)
-        if (BlockHeader* header = cache->stacks[sizeClass].Pop())
+        if (BlockHeader* header = cache->Pop(sizeClass))
         {
             Take(header, header->Load(std::memory_order_relaxed), cache);
             return header->Payload();
@@ -396,11 +396,12 @@ void MemoryManager::Free(void* pointer)
     {
         auto* header = reinterpret_cast<BlockHeader*>(address);
         const std::uint64_t state = header->Load(std::memory_order_relaxed);
-        FreeStack& stack = m_Caches[slot].stacks[page->sizeClass];
-        if ((state & Memory::kInUse) && !stack.Full()) [[likely]]
+        ThreadCache& cache = m_Caches[slot];
+        const int sizeClass = page->sizeClass;
+        if ((state & Memory::kInUse) && !cache.Full(sizeClass)) [[likely]]
         {
             header->Store((state & ~Memory::kInUse) | Memory::kHeldByThread);
-            stack.Push(header);
+            cache.Push(sizeClass, header);
             return;
         }
     }
@@ -451,10 +452,10 @@ void MemoryManager::FreeFixed(BlockHeader* header, int sizeClass)
         return;
     // A reporting thread's number is negative for the while, so it uses no stack.
     ThreadCache* cache = CacheFor(Memory::CurrentThreadSlot());
-    if (cache && !cache->stacks[sizeClass].Full())
+    if (cache && !cache->Full(sizeClass))
     {
         header->Store((state & ~Memory::kInUse) | Memory::kHeldByThread);
-        cache->stacks[sizeClass].Push(header);
+        cache->Push(sizeClass, header);
         return;
     }
     // A full stack: the block is only marked free, and a later scan finds it.
@@ -489,8 +490,8 @@ MemoryStatistics MemoryManager::Statistics() const
             entry.frees += cache.frees[index].load(std::memory_order_relaxed);
             if (index < kFixedClassCount)
             {
-                entry.allocations += cache.stacks[index].pops.load(std::memory_order_relaxed);
-                entry.frees += cache.stacks[index].pushes.load(std::memory_order_relaxed);
+                entry.allocations += cache.pops[index].load(std::memory_order_relaxed);
+                entry.frees += cache.pushes[index].load(std::memory_order_relaxed);
             }
         }
         entry.live = entry.allocations >= entry.frees ? entry.allocations - entry.frees : 0;

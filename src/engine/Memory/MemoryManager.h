@@ -162,48 +162,45 @@ private:
         std::uint64_t strideMagic;
     };
     static constexpr int kStackDepth = 32;
-    // One class's free stack of one thread. Its pushes and pops are also the thread's frees and
-    // allocations of the class that went through the stack, so the common paths count by moving
-    // the stack; the depth is their difference.
-    struct FreeStack
+    // A thread's free stacks and counts, written only by the thread holding its number. A stack's
+    // pushes and pops are also the thread's frees and allocations of its class that went through
+    // the stack, so the common paths count by moving the stack; its depth is their difference.
+    // A whole number of system pages, so that a thread's number finds its cache with a shift.
+    struct alignas(4096) ThreadCache
     {
-        std::atomic<std::uint64_t> pushes;
-        std::atomic<std::uint64_t> pops;
-        Memory::BlockHeader* blocks[kStackDepth];
-
-        // The block freed last, taken off the stack, or null when the stack is empty.
-        Memory::BlockHeader* Pop()
-        {
-            const std::uint64_t popped = pops.load(std::memory_order_relaxed);
-            const std::uint64_t depth = pushes.load(std::memory_order_relaxed) - popped;
-            if (depth == 0)
-                return nullptr;
-            pops.store(popped + 1, std::memory_order_relaxed);
-            return blocks[depth - 1];
-        }
-        // True when the stack holds kStackDepth blocks.
-        bool Full() const
-        {
-            return pushes.load(std::memory_order_relaxed) - pops.load(std::memory_order_relaxed) >= kStackDepth;
-        }
-        // Puts a block on a stack that is not full.
-        void Push(Memory::BlockHeader* header)
-        {
-            const std::uint64_t pushed = pushes.load(std::memory_order_relaxed);
-            blocks[pushed - pops.load(std::memory_order_relaxed)] = header;
-            pushes.store(pushed + 1, std::memory_order_relaxed);
-        }
-    };
-    // A thread's free stacks and counts, written only by the thread holding its number.
-    struct alignas(64) ThreadCache
-    {
-        FreeStack stacks[Memory::kFixedClassCount];
+        std::atomic<std::uint64_t> pushes[Memory::kFixedClassCount];
+        std::atomic<std::uint64_t> pops[Memory::kFixedClassCount];
+        Memory::BlockHeader* blocks[Memory::kFixedClassCount][kStackDepth];
         // Allocations and frees that did not go through a stack.
         std::atomic<std::uint64_t> allocations[Memory::kClassCount];
         std::atomic<std::uint64_t> frees[Memory::kClassCount];
         // The thread's next serial and the end of its batch.
         std::uint32_t nextSerial;
         std::uint32_t serialEnd;
+
+        // The block of `sizeClass` freed last, taken off its stack, or null when the stack is empty.
+        Memory::BlockHeader* Pop(int sizeClass)
+        {
+            const std::uint64_t popped = pops[sizeClass].load(std::memory_order_relaxed);
+            const std::uint64_t depth = pushes[sizeClass].load(std::memory_order_relaxed) - popped;
+            if (depth == 0)
+                return nullptr;
+            pops[sizeClass].store(popped + 1, std::memory_order_relaxed);
+            return blocks[sizeClass][depth - 1];
+        }
+        // True when the stack of `sizeClass` holds kStackDepth blocks.
+        bool Full(int sizeClass) const
+        {
+            return pushes[sizeClass].load(std::memory_order_relaxed) - pops[sizeClass].load(std::memory_order_relaxed) >=
+                   kStackDepth;
+        }
+        // Puts a block on the stack of `sizeClass`, which is not full.
+        void Push(int sizeClass, Memory::BlockHeader* header)
+        {
+            const std::uint64_t pushed = pushes[sizeClass].load(std::memory_order_relaxed);
+            blocks[sizeClass][pushed - pops[sizeClass].load(std::memory_order_relaxed)] = header;
+            pushes[sizeClass].store(pushed + 1, std::memory_order_relaxed);
+        }
     };
     // Slots reserved when the reservation can be had; fewer are tried when it cannot.
     static constexpr int kMaxPages = 1024;
