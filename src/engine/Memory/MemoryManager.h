@@ -168,8 +168,10 @@ private:
     // A whole number of system pages, so that a thread's number finds its cache with a shift.
     struct alignas(4096) ThreadCache
     {
+        // Blocks put on each class's stack so far, and taken off it.
         std::atomic<std::uint64_t> pushes[Memory::kFixedClassCount];
         std::atomic<std::uint64_t> pops[Memory::kFixedClassCount];
+        // Each class's stack, bottom first.
         Memory::BlockHeader* blocks[Memory::kFixedClassCount][kStackDepth];
         // Allocations and frees that did not go through a stack.
         std::atomic<std::uint64_t> allocations[Memory::kClassCount];
