@@ -68,7 +68,6 @@ MemoryManager::MemoryManager(std::uint32_t budget, SystemMemory system) : m_Syst
     for (int slots = kMaxPages; slots >= 1 && !m_Base; slots /= 2)
         if ((m_Base = static_cast<unsigned char*>(m_System.reserve(std::size_t(slots) << m_SlotShift))))
             m_SlotCount = slots;
-    m_BaseAddress = reinterpret_cast<std::uintptr_t>(m_Base);
 
     // A class whose first page cannot be had tries again, and reports, at its first allocation.
     std::lock_guard<std::mutex> lock(m_Lock);
@@ -382,6 +381,15 @@ unsigned char* MemoryManager::AllocatePage(int sizeClass)
     return page;
 }
 
+inline bool MemoryManager::AtBlock(const PageRecord& page, std::uintptr_t address)
+{
+    // A page starts its slot, so an address of the slot is never before the page's start; the
+    // general pool's untouched mark is the page's end.
+    const std::uintptr_t begin = reinterpret_cast<std::uintptr_t>(page.begin);
+    return address < reinterpret_cast<std::uintptr_t>(FreshOf(page)) &&
+           (page.sizeClass == kGeneralClass || IsMultiple(address - begin, page.strideMagic));
+}
+
 void MemoryManager::Free(void* pointer)
 {
     const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(pointer) - kHeaderSize;
@@ -389,10 +397,7 @@ void MemoryManager::Free(void* pointer)
     const int slot = Memory::t_ThreadSlot;
     // The common path: a block of a fixed class, in use, onto the thread's own stack with room,
     // no lock. Everything else (and a thread without its number yet) goes the slow way.
-    if (page && slot >= 0 && page->sizeClass != kGeneralClass &&
-        address < reinterpret_cast<std::uintptr_t>(FreshOf(*page)) &&
-        IsMultiple(static_cast<std::uint64_t>(address - reinterpret_cast<std::uintptr_t>(page->begin)),
-                   page->strideMagic)) [[likely]]
+    if (page && slot >= 0 && page->sizeClass != kGeneralClass && AtBlock(*page, address)) [[likely]]
     {
         auto* header = reinterpret_cast<BlockHeader*>(address);
         const std::uint64_t state = header->Load(std::memory_order_relaxed);
@@ -420,13 +425,8 @@ void MemoryManager::FreeSlow(void* pointer, const PageRecord* page)
         }
         return;
     }
-    // In the reservation, a pointer must be at a block of a page: of a fixed class, a whole number
-    // of blocks from the page's start and before its untouched blocks.
-    const bool atBlock = page && address < reinterpret_cast<std::uintptr_t>(page->end) &&
-                         (page->sizeClass == kGeneralClass ||
-                          (address < reinterpret_cast<std::uintptr_t>(FreshOf(*page)) &&
-                           IsMultiple(address - reinterpret_cast<std::uintptr_t>(page->begin), page->strideMagic)));
-    if (!atBlock)
+    // In the reservation, a pointer must be at a block of a page.
+    if (!page || !AtBlock(*page, address))
     {
         LOG("ERROR", "Bad free address");
         return;
@@ -543,9 +543,7 @@ MemoryBlockInfo MemoryManager::Inspect(void* pointer) const
         return info;
     auto* address = static_cast<unsigned char*>(pointer) - kHeaderSize;
     const PageRecord* page = SlotPage(reinterpret_cast<std::uintptr_t>(address));
-    if (!page || address < page->begin || address >= FreshOf(*page) ||
-        (page->sizeClass != kGeneralClass &&
-                  !IsMultiple(static_cast<std::uint64_t>(address - page->begin), page->strideMagic)))
+    if (!page || !AtBlock(*page, reinterpret_cast<std::uintptr_t>(address)))
         return info;
     const auto* header = reinterpret_cast<const BlockHeader*>(address);
     const std::uint64_t state = header->Load();

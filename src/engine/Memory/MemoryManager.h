@@ -235,17 +235,21 @@ private:
     std::uint32_t NextSerial(ThreadCache* cache);
     void CountAllocation(int sizeClass, ThreadCache* cache);
     void CountFree(int sizeClass, ThreadCache* cache);
+    // True when `address` lies at a block of `page` that has been taken at least once: before the
+    // untouched blocks and, in a fixed class, a whole number of blocks from the page's start.
+    static bool AtBlock(const PageRecord& page, std::uintptr_t address);
     // The page whose slot holds `address`, or null when the address lies in no slot in use.
     const PageRecord* SlotPage(std::uintptr_t address) const
     {
-        const std::uintptr_t index = (address - m_BaseAddress) >> m_SlotShift;
+        const std::uintptr_t index = (address - reinterpret_cast<std::uintptr_t>(m_Base)) >> m_SlotShift;
         return index < static_cast<std::uintptr_t>(m_PageRecords.load(std::memory_order_acquire)) ? &m_Pages[index]
                                                                                                    : nullptr;
     }
     // True when `address` lies in the manager's reservation.
     bool InReservation(std::uintptr_t address) const
     {
-        return address - m_BaseAddress < (std::uintptr_t{static_cast<unsigned>(m_SlotCount)} << m_SlotShift);
+        return address - reinterpret_cast<std::uintptr_t>(m_Base) <
+               (std::uintptr_t{static_cast<unsigned>(m_SlotCount)} << m_SlotShift);
     }
     // Reports that no page could be had, outside the lock.
     void ReportOutOfMemory();
@@ -254,9 +258,8 @@ private:
     ThreadCache* CacheFor(int slot) { return slot >= 0 ? &m_Caches[slot] : nullptr; }
 
     SystemMemory m_System;
-    // The reservation: m_SlotCount slots of 2^m_SlotShift bytes from m_BaseAddress.
+    // The reservation: m_SlotCount slots of 2^m_SlotShift bytes from m_Base.
     unsigned char* m_Base = nullptr;
-    std::uintptr_t m_BaseAddress = 0;
     int m_SlotShift = 0;
     int m_SlotCount = 0;
     // The debug mark while the debug switch is on, else 0: or-ed into the state of each block taken.
